@@ -1,0 +1,68 @@
+#pragma once
+// Dialogs: message and input boxes, file and printer dialogs, clipboard: one service, which a player of screenplays
+// answers in place of a person.
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kv {
+
+class Form;
+
+enum class Icon { None, Stop, Question, Exclamation, Information };
+enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel, RetryCancel };
+enum class Answer { Ok, Cancel, Yes, No, Retry };
+
+constexpr const char* kProgramTitle = "Korvane Accounting";
+
+struct MessageBox {
+    std::string text;
+    std::string title = kProgramTitle;
+    Icon icon = Icon::None;
+    Buttons buttons = Buttons::Ok;
+    std::optional<Answer> defaultAnswer;
+};
+
+/// Shows a box over the active window and waits for its answer.
+Answer showBox(const MessageBox& box);
+void MsgBox(std::string_view text, Icon icon = Icon::None, std::string_view title = kProgramTitle);
+/// Yes and No. True for Yes.
+bool Ask(std::string_view text, std::string_view title = kProgramTitle, Icon icon = Icon::Question,
+         bool defaultYes = true);
+
+/// Nothing when cancelled.
+std::optional<std::string> InputBox(std::string_view prompt, std::string_view title = kProgramTitle,
+                                    std::string_view proposed = {});
+
+struct FileFilter {
+    std::string text;  ///< "Excel Files (*.xls)|*.xls|All Files (*.*)|*.*"
+    std::string defaultEnding;
+};
+std::optional<std::string> askSaveFile(std::string_view title, std::string_view proposed, const FileFilter& filter);
+std::optional<std::string> askOpenFile(std::string_view title, const FileFilter& filter);
+
+/// The printer dialog. False when cancelled. The choice holds for the next print.
+bool askPrinter();
+
+void setClipboard(std::string_view text);
+std::string clipboard();
+
+/// Opens a folder or file with the desktop's own program; false where there is none.
+bool openWithDesktop(const std::string& path);
+
+/// What a player puts in place of the person. Empty members: the real thing.
+struct DialogHooks {
+    std::function<Answer(const MessageBox&)> message;
+    std::function<std::optional<std::string>(const std::string& prompt, const std::string& title,
+                                             const std::string& proposed)>
+        input;
+    std::function<std::optional<std::string>(const std::string& title, const std::string& proposed, bool saving)> file;
+    std::function<bool()> printer;
+    std::function<void(Form&)> modal;  ///< called when a modal form has appeared; plays work in it here
+};
+DialogHooks& dialogHooks();
+
+}  // namespace kv
