@@ -50,7 +50,10 @@ public:
     void RollbackTrans() noexcept;
     virtual int transactionDepth() const = 0;
 
+    /// Every message of the last statement, information too.
     const std::vector<DbError>& errors() const { return errors_; }
+    /// Rows that the last statement changed; -1 when the driver does not know.
+    long long recordsAffected() const { return affected_; }
     void clearErrors() { errors_.clear(); }
 
     /// Connection string in the form "Provider=...;Server=...;Database=...;".
@@ -68,11 +71,14 @@ protected:
     /// Runs one batch: fills `results`; every message of the server goes to `messages`, an error is the last of them.
     /// Must leave the connection usable. Returns false when an error occurred.
     virtual bool run(std::string_view statement, std::vector<ResultSet>& results, std::vector<DbError>& messages) = 0;
+    /// Drivers say here, from inside `run`, how many rows the statement changed.
+    void setAffected(long long rows) { affected_ = rows; }
 
 private:
-    std::vector<ResultSet> send(std::string_view statement, Place at);
+    std::vector<ResultSet> send(std::string_view statement, const Place& at);
     std::function<void(std::string_view)> observer_;
     std::vector<DbError> errors_;
+    long long affected_ = -1;
 };
 
 /// Opens a transaction, commits it when `commit` is called, rolls back when it is left without that.

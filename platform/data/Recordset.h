@@ -1,7 +1,7 @@
 #pragma once
 // Recordset: the rows of one result set, copied to the client, with a cursor; updatable when it came from one table.
 
-#include <memory>
+#include <source_location>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,31 +38,46 @@ public:
     bool empty() const { return result_.rows.empty(); }
 
     bool eof() const { return at_ >= result_.rows.size(); }
-    void moveNext() { ++at_; }
-    void moveFirst() { at_ = 0; }
+    /// Moving raises 3219 while changes of the row are neither saved nor cancelled.
+    void moveNext();
+    void moveFirst();
 
     /// Index of a field by name, letter case ignored; -1 when there is none.
     int indexOf(std::string_view name) const;
     bool has(std::string_view name) const { return indexOf(name) >= 0; }
-    /// Value of the current row. Raises 3265 for an unknown field, 3021 without a current row.
+    /// Value of the current row, with changes that are not saved yet. Raises 3265 for an unknown field, 3021 without
+    /// a current row.
     const Value& operator[](std::string_view name) const;
     const Value& at(std::size_t column) const;
 
-    // Editing: a recordset opened by Connection::OpenTable sends UPDATE or INSERT by key at update().
+    // Editing: a recordset opened by Connection::OpenTable sends UPDATE or INSERT by key at update(). A failed update
+    // keeps the changes, so that they can be corrected or cancelled. The connection must outlive the recordset.
+    /// Begins a new row. Raises 3251 where the recordset cannot be written, 3219 over unsaved changes.
     void addNew();
+    /// Raises 3265 for an unknown field, 3021 without a row, 3251 where the recordset cannot be written.
     void set(std::string_view name, Value value);
-    void update();
+    /// Sends the changes and takes them over into the row. Raises the server's error; 3197 when no row has the key.
+    void update(std::source_location at = std::source_location::current());
+    void cancelUpdate();
     bool updatable() const { return connection_ != nullptr; }
+    bool editing() const { return adding_ || !pending_.empty(); }
 
 private:
     friend class Connection;
+    using Change = std::pair<std::size_t, Value>;  ///< column and its new value
+    const Value& valueAt(std::size_t column) const;
+    std::size_t columnOf(std::string_view name) const;
+    void refuseOpenChanges() const;
+    std::string insertText() const;
+    std::string updateText() const;
+
     ResultSet result_;
     std::size_t at_ = 0;
     Connection* connection_ = nullptr;
     std::string table_;
     std::vector<std::string> keys_;
     bool adding_ = false;
-    std::vector<std::pair<std::string, Value>> pending_;
+    std::vector<Change> pending_;
 };
 
 }  // namespace kv
