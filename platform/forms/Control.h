@@ -72,6 +72,9 @@ public:
     Event<std::string, bool&> onKeyDown;  ///< key by name ("F2", "Ctrl+Insert"); true: handled
 
     QWidget* widget() const { return widget_; }
+    bool causesValidation() const { return causesValidation_; }
+    const std::string& help() const { return help_; }
+    const std::string& refused() const { return refused_; }  ///< empty while the control is not refused
 
 protected:
     template <class... Args, class... Given>
@@ -80,12 +83,21 @@ protected:
     }
     /// Runs a handler in the error path of the form.
     void guard(std::string_view eventName, const std::function<void()>& body) const;
+    /// Makes the widget the one of this control; a widget adopted before is deleted.
     void adopt(QWidget* widget);
+    /// Brings the wanted visibility and ability to what is on the screen.
+    virtual void applyState();
 
 private:
     Form& form_;
     std::string name_;
     QWidget* widget_ = nullptr;
+    bool shown_ = true;
+    bool able_ = true;
+    bool causesValidation_ = true;
+    bool marked_ = false;
+    std::string help_;
+    std::string refused_;
 };
 
 class Label : public Control {
@@ -111,6 +123,7 @@ public:
     void setText(std::string_view text);
     bool locked() const;
     void setLocked(bool locked);  ///< read-only and greyed
+    bool isRequired() const;
     void selectAll();
 
     // rules of typing; they hold for keys, paste, drop and input methods alike
@@ -139,6 +152,7 @@ public:
     CommandButton& cancels();  ///< Escape presses it; it does not cause validation
     CommandButton& narrow();   ///< a "..." or icon button beside a field
     void press();              ///< as a click by code: no focus change, no validation
+    void setIcon(std::string_view icon);
 
     Event<> onClick;
 };
@@ -179,6 +193,7 @@ public:
     void setKey(std::string_view key);
     void setText(std::string_view text);
     void setLocked(bool locked);
+    bool locked() const;
     ComboBox& width(int chars);
     Event<> onChange;  ///< the choice changed by the user or by code
 };
@@ -192,6 +207,7 @@ public:
     Date value() const;
     void setValue(const Date& date);
     std::string shown() const;  ///< as the field shows it
+    bool locked() const;
     void setLocked(bool locked);
     Event<> onChange;
 };

@@ -71,6 +71,8 @@ public:
     /// The topmost modal form, else the active child of the shell, else the shell; nullptr before the first.
     static Form* active();
     static Form* shell();
+    /// Sends a key ("Tab", "Enter", "F2", "Ctrl+S") to what has the focus, as if typed.
+    static void sendKey(std::string_view key);
 
     QWidget* widget() const { return widget_; }
 
@@ -87,6 +89,8 @@ protected:
     void setSize(int width_px, int height_px);
     /// The control that has the focus when the form appears; without it the first field.
     void setFirstFocus(Control& control);
+    /// A child that fills the shell's middle while no other child is open. It never becomes active().
+    void setHome();
     /// Keys of the whole form, e.g. "F2", "Ctrl+S".
     void shortcut(std::string keys, std::string procedure, std::function<void()> body);
 
@@ -94,8 +98,8 @@ private:
     friend class Control;
     std::string name_;
     std::vector<Control*> controls_;
-    QWidget* widget_ = nullptr;
     std::unique_ptr<Impl> impl_;
+    QWidget* widget_ = nullptr;
 };
 
 /// Busy pointer while it lives.

@@ -59,6 +59,8 @@ Layout buttons(std::initializer_list<Layout> parts);  ///< the row at the bottom
 Layout split(Layout left, Layout right);              ///< two parts with a movable border, remembered
 Layout width(Layout content, int chars);              ///< fixed width in characters
 Layout line();                                        ///< a separating line
+/// The shell's middle: child forms, or the home form while no other child is open.
+Layout mdiArea();
 /// The same with a list made at run time.
 Layout column(const std::vector<Layout>& parts);
 Layout row(const std::vector<Layout>& parts);

@@ -2,6 +2,7 @@
 // Menus, toolbar and status bar of a shell or form.
 
 #include <initializer_list>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -18,17 +19,19 @@ public:
     void setCaption(std::string_view caption);
     void setChecked(bool checked);
     void pick();  ///< as the user picks it, when enabled and visible
-    // visibility and ability are kept by the entry itself, a menu has no widget of its own
-    bool shown() const { return shown_; }
-    bool able() const { return able_; }
+    bool shown() const { return visible(); }
+    bool able() const { return enabled(); }
+    bool checked() const;
     Event<> onClick;
     QAction* action() const { return action_; }
+
+protected:
+    void applyState() override;
 
 private:
     friend class Form;
     QAction* action_ = nullptr;
-    bool shown_ = true;
-    bool able_ = true;
+    QAction* menu_ = nullptr;  ///< the head of the menu that this entry stands for
 };
 
 /// One menu of a menu bar: entries, separators (nullptr) and sub-menus.
@@ -60,8 +63,12 @@ public:
     Event<std::string> onButtonClick;  ///< key
 
 private:
-    struct Button;
-    std::vector<std::shared_ptr<Button>> buttons_;
+    struct Button {
+        std::string key;
+        QAction* action = nullptr;
+    };
+    const Button* find(std::string_view key) const;
+    std::vector<Button> buttons_;
 };
 
 class StatusBar : public Control {
@@ -76,6 +83,8 @@ public:
 
 private:
     std::vector<std::string> panels_;
+    std::vector<QWidget*> boxes_;
+    QWidget* helpBox_ = nullptr;
 };
 
 }  // namespace kv
