@@ -50,6 +50,10 @@ bool askPrinter();
 void setClipboard(std::string_view text);
 std::string clipboard();
 
+/// Keystrokes to the control that has the focus: "{Tab}", "{Enter}", "{F2}" and plain characters. With `wait` they have been
+/// handled when it returns.
+void sendKeys(std::string_view keys, bool wait);
+
 /// Opens a folder or file with the desktop's own program; false where there is none.
 bool openWithDesktop(const std::string& path);
 
