@@ -50,7 +50,10 @@ public:
 
     /// The finished text. Raises Error 5 when a "{}" is left open.
     std::string str() const;
-    operator std::string() const { return str(); }  // NOLINT: a statement is its text
+    /// The same as an argument of Connection's calls; the text lives as long as this object is not changed.
+    operator std::string_view() const {  // NOLINT: a statement is its text
+        return finished_ = str();
+    }
 
 private:
     friend Statement call(std::string_view procedure);
@@ -61,6 +64,7 @@ private:
     bool openPlace();  ///< moves template text up to the next "{}" over; true when the place is between apostrophes
 
     std::string text_;
+    mutable std::string finished_;
     std::string rest_;  ///< template text that has not been reached
     std::string separator_ = ", ";
     bool call_ = false;
