@@ -19,6 +19,7 @@ struct Column {
 class ListView : public Control {
 public:
     ListView(Form& form, std::string name);
+    ~ListView() override;
     std::string kind() const override { return "ListView"; }
     std::string text() const override;  ///< text of the selected row's first column
 
@@ -74,6 +75,7 @@ private:
 class TreeView : public Control {
 public:
     TreeView(Form& form, std::string name);
+    ~TreeView() override;
     std::string kind() const override { return "TreeView"; }
     std::string text() const override;  ///< text of the selected node
 

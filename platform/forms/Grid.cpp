@@ -1,0 +1,149 @@
+#include "platform/forms/Grid.h"
+
+#include <QApplication>
+#include <QHeaderView>
+
+#include "platform/base/Text.h"
+#include "platform/forms/GridView.h"
+#include "platform/forms/Internal.h"
+
+namespace kv {
+
+struct Grid::Impl {
+    GridView* view;
+    std::string memory;  ///< key of the remembered widths
+    bool arranging = false;
+
+    void arrange();
+    std::vector<int> rememberedWidths(std::size_t count) const;
+    void rememberWidths() const;
+};
+
+void Grid::Impl::arrange() {
+    arranging = true;
+    QHeaderView* head = view->horizontalHeader();
+    const int count = view->model().columnCount();
+    const std::vector<int> known = rememberedWidths(static_cast<std::size_t>(count));
+    for (int col = 0; col < count; ++col) {
+        const GridColumn& column = view->model().column(col);
+        head->setSectionResizeMode(col, column.stretch ? QHeaderView::Stretch : QHeaderView::Interactive);
+        view->setColumnHidden(col, column.width_px <= 0);
+        if (column.width_px > 0) view->setColumnWidth(col, known.empty() ? column.width_px : known[size_t(col)]);
+    }
+    arranging = false;
+}
+
+std::vector<int> Grid::Impl::rememberedWidths(std::size_t count) const {
+    std::vector<int> widths;
+    for (const std::string& part : split(remembered(memory), ',')) {
+        const double width = numberOf(part);
+        if (width < 1 || width > 5000) return {};
+        widths.push_back(static_cast<int>(width));
+    }
+    return widths.size() == count ? widths : std::vector<int>{};
+}
+
+void Grid::Impl::rememberWidths() const {
+    std::vector<std::string> widths;
+    for (int col = 0; col < view->model().columnCount(); ++col) {
+        widths.push_back(std::to_string(view->isColumnHidden(col) ? 1 : view->columnWidth(col)));
+    }
+    remember(memory, join(widths, ","));
+}
+
+Grid::Grid(Form& form, std::string name) : Control(form, std::move(name)), impl_(std::make_unique<Impl>()) {
+    auto run = [this](std::string_view event, const std::function<void()>& body) { guard(event, body); };
+    impl_->view = new GridView(*this, run);
+    impl_->memory = form.name() + "." + this->name() + ".columns";
+    adopt(impl_->view);
+    QObject::connect(impl_->view->horizontalHeader(), &QHeaderView::sectionResized, impl_->view, [this] {
+        const bool byUser = !impl_->arranging && (QApplication::mouseButtons() & Qt::LeftButton);
+        if (byUser) impl_->rememberWidths();
+    });
+}
+
+Grid::~Grid() = default;
+
+std::string Grid::text() const { return editorOpen() ? editorText() : cell(row(), col()); }
+
+void Grid::setColumns(std::vector<GridColumn> columns) {
+    impl_->view->closeEditor();
+    impl_->view->model().setColumns(std::move(columns));
+    impl_->arrange();
+    impl_->view->structureChanged();
+}
+
+int Grid::cols() const { return impl_->view->model().columnCount(); }
+int Grid::rows() const { return impl_->view->model().rowCount() + 1; }
+
+void Grid::setRows(int rows) {
+    impl_->view->model().setRowCount(rows - 1);
+    if (row() < 1 || row() >= this->rows()) impl_->view->structureChanged();
+}
+
+void Grid::insertRow(int before) {
+    impl_->view->model().insertRow(before - 1);
+    impl_->view->structureChanged();
+}
+
+void Grid::removeRow(int row) {
+    impl_->view->model().removeRow(row - 1);
+    impl_->view->structureChanged();
+}
+
+std::string Grid::cell(int row, int col) const {
+    return row == 0 ? heading(col) : toStd(impl_->view->model().text(row - 1, col));
+}
+
+void Grid::setCell(int row, int col, std::string_view text) {
+    impl_->view->model().setText(row - 1, col, qs(text));
+    if (impl_->view->isCurrent(row, col)) impl_->view->setEditorText(qs(text));
+}
+
+std::string Grid::heading(int col) const {
+    return col >= 0 && col < cols() ? impl_->view->model().column(col).heading : std::string();
+}
+
+int Grid::row() const { return impl_->view->currentRow(); }
+int Grid::col() const { return impl_->view->currentCol(); }
+void Grid::moveTo(int row, int col) { impl_->view->place(row, col); }
+
+void Grid::setCellBackColor(int row, int col, unsigned rgb) {
+    impl_->view->model().setBack(row - 1, col, QColor::fromRgb(rgb));
+}
+
+void Grid::setRowBackColor(int row, unsigned rgb) {
+    for (int col = 0; col < cols(); ++col) setCellBackColor(row, col, rgb);
+}
+
+int Grid::columnWidth(int col) const { return impl_->view->isColumnHidden(col) ? 0 : impl_->view->columnWidth(col); }
+
+void Grid::setColumnWidth(int col, int width_px) {
+    impl_->view->setColumnHidden(col, width_px <= 0);
+    if (width_px > 0) impl_->view->setColumnWidth(col, width_px);
+}
+
+bool Grid::rowIsVisible(int row) const {
+    return impl_->view->viewport()->rect().intersects(impl_->view->cellRect(row, impl_->view->columnAt(0)));
+}
+
+int Grid::columnX(int col) const {
+    return impl_->view->viewport()->x() + impl_->view->horizontalHeader()->sectionViewportPosition(col);
+}
+
+int Grid::rowY(int row) const { return impl_->view->viewport()->y() + impl_->view->rowViewportPosition(row - 1); }
+int Grid::cellHeight() const { return kGridRow_px; }
+
+Grid& Grid::rowsShown(int rows) {
+    impl_->view->setMinimumHeight((rows + 1) * kGridRow_px + 2 * impl_->view->frameWidth());
+    return *this;
+}
+
+std::string Grid::editorText() const { return toStd(impl_->view->editorText()); }
+void Grid::setEditorText(std::string_view text) { impl_->view->setEditorText(qs(text)); }
+bool Grid::editorOpen() const { return impl_->view->editorOpen(); }
+void Grid::closeEditor() { impl_->view->closeEditor(); }
+void Grid::openEditor() { impl_->view->openEditor(); }
+bool Grid::commit() { return impl_->view->commit(); }
+
+}  // namespace kv

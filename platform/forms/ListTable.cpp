@@ -1,0 +1,153 @@
+#include "platform/forms/ListTable.h"
+
+#include <QHeaderView>
+#include <QIcon>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include "platform/forms/Internal.h"
+
+namespace kv {
+
+namespace {
+
+constexpr int kPadding_px = 6;
+constexpr int kCheck_px = 16;
+constexpr int kIcon_px = 16;
+
+}  // namespace
+
+ListTable::ListTable(ListModel& model) : rows_(model) {
+    setModel(&model);
+    setItemDelegate(new ListPaint(*this, model));
+    setShowGrid(false);
+    setTabKeyNavigation(false);
+    setEditTriggers(NoEditTriggers);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setWordWrap(false);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setVerticalScrollMode(ScrollPerItem);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setMinimumSectionSize(kListRow_px);
+    verticalHeader()->setDefaultSectionSize(kListRow_px);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setSectionsClickable(true);
+    horizontalHeader()->setSortIndicatorClearable(false);
+    horizontalHeader()->setFixedHeight(kGridRow_px);
+    horizontalHeader()->setFocusPolicy(Qt::NoFocus);
+    setOwnEnter(this);
+    onThemeChanged(this, [this] { viewport()->update(); });
+}
+
+int ListTable::currentRow() const {
+    const QModelIndex index = currentIndex();
+    return index.isValid() ? rows_.rowOf(index.row()) : -1;
+}
+
+QRect ListTable::checkBox(const QModelIndex& index) const {
+    const QRect cell = visualRect(index.siblingAtColumn(0));
+    return {cell.left() + kPadding_px, cell.center().y() - kCheck_px / 2 + 1, kCheck_px, kCheck_px};
+}
+
+void ListTable::keyPressEvent(QKeyEvent* event) {
+    const int row = currentRow();
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (row < 0 || !rowOpened || !rowOpened(row)) event->ignore();
+        return;
+    }
+    if (event->key() == Qt::Key_Space && checks && row >= 0) {
+        if (rowChecked) rowChecked(row);
+        return;
+    }
+    if (event->key() == Qt::Key_Escape || event->key() == Qt::Key_F2) return event->ignore();
+    QTableView::keyPressEvent(event);
+    if (currentRow() != row && currentRow() >= 0 && rowClicked) rowClicked(currentRow());
+}
+
+void ListTable::mousePressEvent(QMouseEvent* event) {
+    QTableView::mousePressEvent(event);
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (event->button() != Qt::LeftButton || !index.isValid()) return;
+    const int row = rows_.rowOf(index.row());
+    if (checks && index.column() == 0 && checkBox(index).adjusted(-4, -4, 4, 4).contains(event->position().toPoint())) {
+        if (rowChecked) rowChecked(row);
+    }
+    if (rowClicked && rows_.has(row)) rowClicked(row);
+}
+
+void ListTable::mouseDoubleClickEvent(QMouseEvent* event) {
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (event->button() != Qt::LeftButton || !index.isValid()) return;
+    const int row = rows_.rowOf(index.row());
+    if (checks && index.column() == 0 && checkBox(index).adjusted(-4, -4, 4, 4).contains(event->position().toPoint())) {
+        if (rowChecked) rowChecked(row);  // the second of two quick clicks on a check box
+        return;
+    }
+    if (rowOpened) rowOpened(row);
+}
+
+void ListTable::focusInEvent(QFocusEvent* event) {
+    QTableView::focusInEvent(event);
+    const bool byKey = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason ||
+                       event->reason() == Qt::ShortcutFocusReason;
+    if (byKey && !currentIndex().isValid() && model()->rowCount() > 0) {
+        selectionModel()->setCurrentIndex(model()->index(0, 0), QItemSelectionModel::NoUpdate);
+    }
+    viewport()->update();
+}
+
+// ---- look --------------------------------------------------------------------------------------------------------
+
+void ListPaint::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    const Tones& tone = tones();
+    const ListView::Item& item = rows_.item(rows_.rowOf(index.row()));
+    const bool chosen = option.state & QStyle::State_Selected;
+    const bool current = index.row() == table_.currentIndex().row() && table_.hasFocus();
+    const QColor base = index.row() % 2 ? tone.alternate : table_.palette().color(QPalette::Base);
+    painter->fillRect(option.rect, chosen ? tone.accentSoft : base);
+    painter->setPen(tone.rowLine);
+    painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
+    if (current) {
+        painter->setPen(tone.accent);
+        painter->drawLine(option.rect.topLeft(), option.rect.topRight());
+        painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
+    }
+    QRect inside = option.rect.adjusted(kPadding_px, 0, -kPadding_px, -1);
+    if (index.column() == 0 && table_.checks) {
+        paintCheck(*painter, table_.checkBox(index), item.checked);
+        inside.setLeft(inside.left() + kCheck_px + kPadding_px);
+    }
+    if (index.column() == 0 && !item.icon.empty()) {
+        const QRect place(inside.left(), option.rect.center().y() - kIcon_px / 2, kIcon_px, kIcon_px);
+        iconOf(item.icon).paint(painter, place);
+        inside.setLeft(inside.left() + kIcon_px + kPadding_px);
+    }
+    const QString text = index.data(Qt::DisplayRole).toString();
+    if (text.isEmpty()) return;
+    const bool pale = item.dim || !table_.isEnabled();
+    painter->setPen(pale ? tone.hint : table_.palette().color(QPalette::Text));
+    painter->setFont(option.font);
+    const Align align = rows_.columns()[static_cast<std::size_t>(index.column())].align;
+    const int side = align == Align::Right ? Qt::AlignRight : align == Align::Center ? Qt::AlignHCenter : Qt::AlignLeft;
+    painter->drawText(inside, side | Qt::AlignVCenter | Qt::TextSingleLine,
+                      option.fontMetrics.elidedText(text, Qt::ElideRight, inside.width()));
+}
+
+void ListPaint::paintCheck(QPainter& painter, const QRect& box, bool checked) const {
+    const Tones& tone = tones();
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(checked ? tone.accent : tone.borderStrong, 1));
+    painter.setBrush(checked ? tone.accent : table_.palette().color(QPalette::Base));
+    painter.drawRoundedRect(QRectF(box).adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
+    if (checked) {
+        painter.setPen(QPen(tone.accentText, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        const QPointF corner = box.topLeft();
+        painter.drawPolyline(QPolygonF{{corner + QPointF(4, 8), corner + QPointF(7, 11), corner + QPointF(12, 5)}});
+    }
+    painter.restore();
+}
+
+}  // namespace kv
