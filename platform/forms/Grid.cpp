@@ -123,6 +123,10 @@ void Grid::setColumnWidth(int col, int width_px) {
     if (width_px > 0) impl_->view->setColumnWidth(col, width_px);
 }
 
+void Grid::setStretchColumn(int col) {
+    impl_->view->horizontalHeader()->setSectionResizeMode(col, QHeaderView::Stretch);
+}
+
 bool Grid::rowIsVisible(int row) const {
     return impl_->view->viewport()->rect().intersects(impl_->view->cellRect(row, impl_->view->columnAt(0)));
 }

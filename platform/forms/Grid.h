@@ -42,6 +42,7 @@ public:
     void setRowBackColor(int row, unsigned rgb);
     int columnWidth(int col) const;
     void setColumnWidth(int col, int width_px);  ///< 0 hides
+    void setStretchColumn(int col);          ///< takes the room that is left
     bool rowIsVisible(int row) const;
     int columnX(int col) const;  ///< px from the grid's left edge
     int rowY(int row) const;
