@@ -1,0 +1,23 @@
+-- Purpose: Draws the next number of a series for this connection; the fn_New... function of the series then gives it.
+-- Called by: every save that draws a number, before its transaction begins.
+-- Parameters:
+--   @Series  JV, AR, CR, AP, PF, CV or DM
+--   @Year    four digits of a monthly series, or empty
+--   @Month   two digits of a monthly series, or empty
+-- Returns: Number
+-- Errors: 50020 for an unknown series
+-- Writes: NumberSeries, NumberReserved. A number drawn outside a transaction stays with the connection when its save rolls back:
+--   the save may be repeated with it, or sp_Release_Number gives it back.
+CREATE OR ALTER PROCEDURE dbo.sp_Reserve_Number
+    @Series varchar(4),
+    @Year varchar(4) = '',
+    @Month varchar(2) = ''
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SET XACT_ABORT ON;
+
+    DECLARE @Number int;
+    EXEC dbo.Private_DrawNumber @Series, @Year, @Month, @Number OUTPUT;
+    SELECT @Number AS Number;
+END;

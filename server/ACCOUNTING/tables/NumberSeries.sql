@@ -1,0 +1,13 @@
+-- Purpose: The last number drawn of each series.
+-- Kept by: Private_DrawNumber, Private_RaiseNumber, sp_Release_Number.
+-- Columns: Series is JV, AR, CR, AP, PF, CV or DM; Year and Month are empty for the running numbers and set for the monthly series
+--   of printed numbers.
+IF OBJECT_ID('dbo.NumberSeries', 'U') IS NULL
+CREATE TABLE dbo.NumberSeries (
+    Series varchar(4) NOT NULL,
+    Year varchar(4) NOT NULL,
+    Month varchar(2) NOT NULL,
+    LastNo int NOT NULL,
+    CONSTRAINT PK_NumberSeries PRIMARY KEY (Series, Year, Month),
+    CONSTRAINT CK_NumberSeries_LastNo CHECK (LastNo >= 0)
+);
