@@ -44,7 +44,7 @@ SortKeys keysOf(const std::vector<const std::string*>& cells) {
 
 }  // namespace
 
-void ListModel::setColumns(std::vector<Column> columns) {
+void ListModel::setColumns(std::vector<ListColumn> columns) {
     beginResetModel();
     columns_ = std::move(columns);
     endResetModel();
@@ -215,7 +215,7 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
 
 QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) return {};
-    const Column& column = columns_[static_cast<std::size_t>(section)];
+    const ListColumn& column = columns_[static_cast<std::size_t>(section)];
     if (role == Qt::DisplayRole) return qs(column.heading);
     if (role != Qt::TextAlignmentRole) return {};
     switch (column.align) {

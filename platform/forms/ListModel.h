@@ -12,8 +12,8 @@ namespace kv {
 
 class ListModel : public QAbstractTableModel {
 public:
-    void setColumns(std::vector<Column> columns);
-    const std::vector<Column>& columns() const { return columns_; }
+    void setColumns(std::vector<ListColumn> columns);
+    const std::vector<ListColumn>& columns() const { return columns_; }
 
     void setItems(std::vector<ListView::Item> items);
     int add(ListView::Item item);
@@ -45,7 +45,7 @@ private:
     void applyFilter();
     void changed(int row);
 
-    std::vector<Column> columns_;
+    std::vector<ListColumn> columns_;
     std::vector<ListView::Item> items_;
     bool filtered_ = false;
     std::string filterText_;

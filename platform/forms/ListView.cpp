@@ -51,7 +51,7 @@ void ListView::Impl::arrange() {
     const auto count = static_cast<std::size_t>(rows.columnCount());
     for (std::size_t i = 0; i < count; ++i) {
         const int column = static_cast<int>(i);
-        const Column& spec = rows.columns()[i];
+        const ListColumn& spec = rows.columns()[i];
         head->setSectionResizeMode(column, spec.stretch ? QHeaderView::Stretch : QHeaderView::Interactive);
         table->setColumnHidden(column, spec.width_chars <= 0);
         if (spec.width_chars <= 0) continue;
@@ -99,12 +99,12 @@ ListView::~ListView() {
 
 std::string ListView::text() const { return selected() < 0 ? std::string() : cell(selected(), 0); }
 
-void ListView::setColumns(std::vector<Column> columns) {
+void ListView::setColumns(std::vector<ListColumn> columns) {
     impl_->rows.setColumns(std::move(columns));
     impl_->arrange();
 }
 
-const std::vector<Column>& ListView::columns() const { return impl_->rows.columns(); }
+const std::vector<ListColumn>& ListView::columns() const { return impl_->rows.columns(); }
 
 ListView& ListView::checkBoxes() {
     impl_->table->checks = true;

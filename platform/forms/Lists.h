@@ -7,7 +7,7 @@
 
 namespace kv {
 
-struct Column {
+struct ListColumn {
     std::string heading;
     int width_chars = 12;
     Align align = Align::Left;
@@ -23,8 +23,8 @@ public:
     std::string kind() const override { return "ListView"; }
     std::string text() const override;  ///< text of the selected row's first column
 
-    void setColumns(std::vector<Column> columns);
-    const std::vector<Column>& columns() const;
+    void setColumns(std::vector<ListColumn> columns);
+    const std::vector<ListColumn>& columns() const;
     ListView& checkBoxes();
     ListView& multiSelect();
     ListView& rows(int visibleRows);  ///< the height asked for
