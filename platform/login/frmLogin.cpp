@@ -1,0 +1,219 @@
+#include "platform/login/frmLogin.h"
+
+#include "platform/base/Text.h"
+#include "platform/login/OpenSource.h"
+#include "platform/odbc/Odbc.h"
+
+namespace kv {
+namespace {
+
+constexpr const char* kOtherServer = "Another SQL Server";
+constexpr long kErrLogonRefused = 18456;
+constexpr long kErrNoDatabase = 4060;
+constexpr int kPasswordMax = 128;
+constexpr int kWidth_px = 460;
+constexpr int kHeight_px = 420;
+
+}  // namespace
+
+frmLogin::frmLogin(const LoginOptions& options, std::string deptCode)
+    : Form("frmLogin", "Sign In"), options_(options), signIn_(std::move(deptCode)) {
+    lblProduct.look(Label::Look::Heading);
+    lblWelcome.look(Label::Look::Hint);
+    lblCapsLock.look(Label::Look::Hint);
+    lblHint.setAlert(true);
+    txtEmployeeCode.code().maxLength(15).width(24);
+    txtPassword.password().maxLength(kPasswordMax).width(24);
+    cboSource.width(24);
+    txtServer.maxLength(128).width(24).placeholder("server, server\\instance or server,port");
+    txtSQLUser.maxLength(128).width(24).placeholder("empty: this computer's own identity");
+    txtSQLPassword.password().maxLength(kPasswordMax).width(24);
+    cmdOK.primary();
+    cmdCancel.cancels();
+    layOut();
+    wire();
+}
+
+void frmLogin::layOut() {
+    setLayout(column({
+        row({imgProduct, column({lblProduct, lblWelcome}), stretch()}),
+        line(),
+        fields({
+            {"&Employee code:", txtEmployeeCode},
+            {"&Password:", txtPassword},
+            {"", lblCapsLock},
+            {"&Data source:", cboSource},
+            {"Ser&ver:", txtServer},
+            {"SQL &user:", txtSQLUser},
+            {"SQL pass&word:", txtSQLPassword},
+        }),
+        lblHint,
+        prgPrepare,
+        stretch(),
+        buttons({cmdOK, cmdCancel}),
+    }));
+    setIcon("view-institution");
+    setSize(kWidth_px, kHeight_px);
+}
+
+void frmLogin::wire() {
+    cboSource.onChange = [this] { cboSource_Click(); };
+    txtPassword.onKeyDown = [this](std::string key, bool&) { txtPassword_KeyDown(key); };
+    txtPassword.onKeyPress = [this](int& character) { txtPassword_KeyPress(character); };
+    txtPassword.onLostFocus = [this] { lblCapsLock.setVisible(false); };
+    cmdOK.onClick = [this] { cmdOK_Click(); };
+    cmdCancel.onClick = [this] { Unload(); };
+    txtEmployeeCode.setHelp("The code that the hospital gave you.");
+    cboSource.setHelp("Where the books are: in this computer's own file or on a SQL Server.");
+    txtSQLUser.setHelp("The logon of the SQL Server. It is not the employee code.");
+}
+
+void frmLogin::Form_Load() {
+    try {
+        if (!options_.settingsFile.empty()) settings_ = loadLoginSettings(options_.settingsFile);
+    } catch (const Error& e) {  // a broken file must not keep anyone out, and stays for the administrator to mend
+        settingsReadable_ = false;
+        lblHint.setText(e.description);
+    }
+    lblCapsLock.setVisible(false);
+    prgPrepare.setVisible(false);
+    cboSource.addItem(kThisComputer);
+    for (const DataSource& server : settings_.servers) cboSource.addItem(server.name);
+    cboSource.addItem(kOtherServer);
+    const std::string chosen = settings_.source(settings_.chosen).name;
+    for (int i = 0; i < cboSource.count(); ++i) {
+        if (cboSource.item(i) == chosen) cboSource.setIndex(i);
+    }
+    showSourceFields();
+    txtEmployeeCode.setText(settings_.employee);
+    if (settings_.employee.empty()) {
+        setFirstFocus(txtEmployeeCode);
+    } else {
+        setFirstFocus(txtPassword);
+    }
+}
+
+void frmLogin::cboSource_Click() { showSourceFields(); }
+
+void frmLogin::showSourceFields() {
+    const bool server = cboSource.text() != kThisComputer;
+    const DataSource known = settings_.source(cboSource.text());
+    txtServer.setText(known.server);
+    txtServer.setEnabled(server);
+    txtSQLUser.setText(known.user);
+    txtSQLPassword.setText("");
+    txtSQLUser.setVisible(server);
+    txtSQLPassword.setVisible(server);
+}
+
+void frmLogin::txtPassword_KeyDown(const std::string& key) { shiftHeld_ = containsNoCase(key, "Shift+"); }
+
+void frmLogin::txtPassword_KeyPress(int character) {
+    // the toolkit does not tell the lock's state: a capital without Shift, or a small letter with it, gives it away
+    const bool capital = character >= 'A' && character <= 'Z';
+    const bool letter = capital || (character >= 'a' && character <= 'z');
+    if (letter) lblCapsLock.setVisible(capital != shiftHeld_);
+}
+
+DataSource frmLogin::chosenSource() const {
+    DataSource source = settings_.source(cboSource.text());
+    if (cboSource.text() == kThisComputer) return source;
+    const std::string server(trimBlanks(txtServer.text()));
+    if (source.embedded()) source.name = server;
+    source.server = server;
+    source.user = trimBlanks(txtSQLUser.text());
+    return source;
+}
+
+void frmLogin::refuse(Control& field, const std::string& message) {
+    lblHint.setText(message);
+    field.setRefused(message);
+    field.setFocus();
+}
+
+void frmLogin::prepareFile() {
+    const LoginOptions::Progress progress = [this](int percent) {
+        lblHint.setAlert(false);
+        lblHint.setText("Preparing the demo hospital...");
+        prgPrepare.setVisible(true);
+        prgPrepare.setValue(percent);
+    };
+    prgPrepare.setRange(100);
+    prepareEmbedded(options_, progress);
+    prgPrepare.setVisible(false);
+    lblHint.setAlert(true);
+    lblHint.setText("");
+}
+
+bool frmLogin::connectChosen() {
+    const DataSource source = chosenSource();
+    const std::string password = txtSQLPassword.text();
+    const bool same = connected_ && *connected_ == source && connectedPassword_ == password;
+    if (connection_ && connection_->isOpen() && same) return true;
+    connection_.reset();
+    try {
+        if (source.embedded()) prepareFile();
+        connection_ = openSource(options_, source, password);
+    } catch (const Error& e) {
+        prgPrepare.setVisible(false);
+        lblHint.setAlert(true);
+        if (e.number == kErrLogonRefused) {
+            refuse(txtSQLUser, "The SQL Server refuses this SQL user or its password.");
+        } else if (e.number == kErrNoDatabase) {
+            refuse(txtServer, "There are no books on this server: " + e.description);
+        } else {
+            refuse(source.embedded() ? static_cast<Control&>(cboSource) : txtServer, e.description);
+        }
+        return false;
+    }
+    connected_ = source;
+    connectedPassword_ = password;
+    return true;
+}
+
+void frmLogin::cmdOK_Click() {
+    lblHint.setText("");
+    for (Control* field :
+         {static_cast<Control*>(&txtEmployeeCode), static_cast<Control*>(&txtPassword),
+          static_cast<Control*>(&cboSource), static_cast<Control*>(&txtServer), static_cast<Control*>(&txtSQLUser)}) {
+        field->clearRefused();
+    }
+    const bool server = cboSource.text() != kThisComputer;
+    if (trimBlanks(txtEmployeeCode.text()).empty()) return refuse(txtEmployeeCode, "Enter your employee code.");
+    if (txtPassword.text().empty()) return refuse(txtPassword, "Enter your password.");
+    if (server && trimBlanks(txtServer.text()).empty()) return refuse(txtServer, "Enter the name of the SQL Server.");
+    const Hourglass busy;
+    if (!connectChosen()) return;
+    const SignInAnswer answer = signIn_.attempt(*connection_, txtEmployeeCode.text(), txtPassword.text());
+    if (answer.what == SignInAnswer::What::Welcome) return enter(answer.employee);
+    txtPassword.setText("");
+    refuse(answer.what == SignInAnswer::What::NoAccess ? txtEmployeeCode : txtPassword, answer.message);
+}
+
+void frmLogin::enter(const Employee& employee) {
+    SignedIn result;
+    result.connection = std::move(connection_);
+    result.employee = employee;
+    result.serverName = connected_->embedded() ? kThisComputer : connected_->server;
+    result.userID = connected_->user;
+    result.password = connectedPassword_;
+    signedIn_ = std::move(result);
+    remember();
+    Unload();
+}
+
+void frmLogin::remember() {
+    if (options_.settingsFile.empty() || !settingsReadable_) return;
+    LoginSettings now = settings_;
+    now.chosen = connected_->name;
+    now.employee = signedIn_->employee.code;
+    if (!connected_->embedded()) now.keep(*connected_);
+    if (now == settings_) return;
+    try {
+        saveLoginSettings(options_.settingsFile, now);
+    } catch (const Error&) {  // who has signed in goes on; only the next sign-in has to choose again
+        return;
+    }
+}
+
+}  // namespace kv
