@@ -1,0 +1,62 @@
+#pragma once
+// Screens: the map of the house. Every screen has one line here: name, room, title, menu path, right and how it is
+// made; app/ fills it. One instance of a modeless screen exists at a time.
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/forms/Form.h"
+
+namespace kv {
+
+class Session;
+
+struct ScreenEntry {
+    std::string name;   ///< "frmGeneral"
+    std::string room;   ///< "ledger"
+    std::string title;  ///< for people
+    std::string menu;   ///< where it is reached, "Books > Journal Vouchers"
+    std::string right;  ///< access code that opens it; empty: no right of its own
+    std::function<std::unique_ptr<Form>(Session&)> make;
+};
+
+class Screens {
+public:
+    void add(ScreenEntry entry);
+    /// A named action of a room above the shell, e.g. a report of the File menu.
+    void addCommand(std::string name, std::function<void(Session&)> run);
+    const std::vector<ScreenEntry>& all() const { return entries_; }
+    const ScreenEntry* find(std::string_view name) const;
+
+    /// Makes the screen, shows it over the others and returns when it has closed.
+    void showModal(Session& session, std::string_view name);
+    /// Shows the one modeless instance, made when there is none.
+    void show(Session& session, std::string_view name);
+    void runCommand(Session& session, std::string_view name) const;
+    bool hasCommand(std::string_view name) const;
+    /// The open modeless instance; nullptr when there is none.
+    Form* open(std::string_view name) const;
+    /// Drops instances that the user has closed.
+    void sweep();
+    /// Unloads every open form of this name.
+    void unload(std::string_view name);
+    void unloadAll();
+
+private:
+    struct Command {
+        std::string name;
+        std::function<void(Session&)> run;
+    };
+    const ScreenEntry& needed(std::string_view name) const;
+    std::vector<ScreenEntry> entries_;
+    std::vector<Command> commands_;
+    std::vector<std::unique_ptr<Form>> modeless_;
+};
+
+/// Unloads every open form whose name is the argument, exactly.
+void ManualUnloadForm(Session& session, std::string_view FormName);
+
+}  // namespace kv

@@ -1,0 +1,35 @@
+#pragma once
+// frmEntPeriod: asks for a period, and by its mode does the work on it.
+
+#include "ledger/PeriodTasks.h"
+#include "platform/forms/Form.h"
+
+namespace kv {
+
+class Session;
+
+class frmEntPeriod : public Form {
+public:
+    explicit frmEntPeriod(Session& session);
+
+    /// Shows the dialog in a mode. `Text` is what txtEntity starts with; `Result` takes what was entered there.
+    /// True when the work was done.
+    bool ShowDialog(int Mode, int SubMode, std::string_view Text, std::string& Result);
+
+    DatePicker dtpPeriod{*this, "dtpPeriod", "MMMM yyyy"};
+    TextBox txtEntity{*this, "txtEntity"};
+    CommandButton cmdOption0{*this, "cmdOption0", "&OK"};
+    CommandButton cmdOption1{*this, "cmdOption1", "&Close"};
+
+private:
+    void txtEntity_Validate(bool& Cancel);
+    void cmdOption0_Click();
+    bool doTask(PeriodMode mode, const std::string& period);
+
+    Session& session_;
+    int mode_ = 0;
+    int subMode_ = 0;
+    bool done_ = false;
+};
+
+}  // namespace kv

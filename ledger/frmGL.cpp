@@ -1,0 +1,82 @@
+#include "ledger/frmGL.h"
+
+#include "core/BookState.h"
+#include "core/Session.h"
+#include "ledger/frmEntPeriod.h"
+
+namespace kv {
+namespace {
+
+constexpr int kMonthsShown = 12;
+
+}  // namespace
+
+frmGL::frmGL(Session& session) : Form("frmGL", "General Ledger", Window::Child), session_(session) {
+    Label1.look(Label::Look::Heading);
+    lblPrepared.look(Label::Look::Hint);
+    tbrGL.button("ENTER", "Prepare", "run-build", "Prepare the figures of the statements")
+        .button("PRINT", "Trial Balance", "view-statistics", "Trial balance of a month")
+        .button("POST", "Open a Book", "document-decrypt", "Open a closed month of a book again")
+        .separator()
+        .button("CLOSE", "Close", "window-close", "Leave the ledger");
+    tbrGL.onButtonClick = [this](const std::string& key) { tbrGL_ButtonClick(key); };
+    mnuEnter.onClick = [this] { OpenPeriod(static_cast<int>(PeriodMode::Prepare)); };
+    mnuGeneral_0.onClick = [this] { OpenPeriod(static_cast<int>(PeriodMode::SetGLPeriod)); };
+    mnuGeneral_1.onClick = [this] { OpenPeriod(static_cast<int>(PeriodMode::ReopenBook)); };
+    mnuTrialBalance1.onClick = [this] { OpenPeriod(static_cast<int>(PeriodMode::TrialBalance)); };
+    mnuClose.onClick = [this] { Unload(); };
+    MenuSpec periods{"Pe&riods", {mnuGeneral_0, mnuGeneral_1}};
+    periods.owner = &mnuGeneral;
+    setMenu({{"&General Ledger", {mnuEnter, periods, nullptr, mnuClose}}, {"&Reports", {mnuTrialBalance1}}});
+    setToolbar(tbrGL);
+    setLayout(column({row({Label1, stretch(), lblPrepared}), expand(group("Months of the books", lvwBooks))}));
+    setSize(1180, 520);
+}
+
+void frmGL::Form_Load() {
+    session_.Parameters.LoadParameters(session_.ClientCode());
+    session_.setBookCode("GL");
+    const std::string rights = session_.CurrentUser.UserRights();
+    mnuGeneral.setEnabled(rights.find('S') != std::string::npos || rights.find('A') != std::string::npos);
+    tbrGL.setButtonEnabled("POST", mnuGeneral.enabled());
+    ShowState();
+}
+
+void frmGL::ShowState() {
+    const std::vector<BookState> books = readBookStates(session_.cn(), Today(), kMonthsShown);
+    std::vector<ListColumn> columns{{"Book", 26, Align::Left, true}};
+    if (!books.empty()) {
+        for (const BookMonth& month : books.front().months) columns.push_back({shortPeriodName(month.period), 9, Align::Center});
+    }
+    columns.push_back({"Waiting", 8, Align::Right});
+    lvwBooks.setColumns(std::move(columns));
+    std::vector<ListView::Item> items;
+    for (const BookState& book : books) {
+        ListView::Item item{book.code, {book.name}};
+        for (const BookMonth& month : book.months) item.cells.emplace_back(month.closed ? "closed" : "open");
+        item.cells.push_back(std::to_string(book.pending));
+        items.push_back(std::move(item));
+    }
+    lvwBooks.setItems(std::move(items));
+    const Preparation prepared = readPreparation(session_.cn());
+    lblPrepared.setText(!prepared.any ? "Statements have not been prepared yet"
+                                      : "Prepared for " + periodName(prepared.period) + " on " +
+                                            Format(prepared.at, "MM/dd/yyyy HH:nn") +
+                                            (prepared.stale ? "; the ledger has changed since" : ""));
+}
+
+void frmGL::OpenPeriod(int mode) {
+    frmEntPeriod dialog(session_);
+    std::string entity;
+    dialog.ShowDialog(mode, 0, "", entity);
+    ShowState();
+}
+
+void frmGL::tbrGL_ButtonClick(const std::string& key) {
+    if (key == "ENTER") OpenPeriod(static_cast<int>(PeriodMode::Prepare));
+    if (key == "PRINT") OpenPeriod(static_cast<int>(PeriodMode::TrialBalance));
+    if (key == "POST") OpenPeriod(static_cast<int>(PeriodMode::ReopenBook));
+    if (key == "CLOSE") Unload();
+}
+
+}  // namespace kv

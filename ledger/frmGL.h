@@ -1,0 +1,39 @@
+#pragma once
+// frmGL: the shell of the general ledger: preparation, periods, statements.
+
+#include "platform/forms/Form.h"
+#include "platform/forms/Lists.h"
+
+namespace kv {
+
+class Session;
+
+class frmGL : public Form {
+public:
+    explicit frmGL(Session& session);
+
+    Label Label1{*this, "Label1", "General Ledger"};
+    Label lblPrepared{*this, "lblPrepared"};
+    Toolbar tbrGL{*this, "tbrGL"};
+    ListView lvwBooks{*this, "lvwBooks"};
+
+    MenuItem mnuEnter{*this, "mnuEnter", "&Financial Report Preparation", "run-build", "Ctrl+R"};
+    MenuItem mnuGeneral{*this, "mnuGeneral", "Pe&riods"};
+    MenuItem mnuGeneral_0{*this, "mnuGeneral_0", "&Set GL Period", "view-calendar-month"};
+    MenuItem mnuGeneral_1{*this, "mnuGeneral_1", "&Open a Closed Book", "document-decrypt"};
+    MenuItem mnuClose{*this, "mnuClose", "C&lose", "window-close"};
+    MenuItem mnuTrialBalance1{*this, "mnuTrialBalance1", "&Trial Balance", "view-statistics", "Ctrl+T"};
+
+protected:
+    void Form_Load() override;
+    void Form_Activate() override { run("Form_Activate", [this] { ShowState(); }); }
+
+private:
+    void ShowState();
+    void OpenPeriod(int mode);
+    void tbrGL_ButtonClick(const std::string& key);
+
+    Session& session_;
+};
+
+}  // namespace kv

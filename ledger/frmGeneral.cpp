@@ -1,0 +1,174 @@
+#include "ledger/frmGeneral.h"
+
+#include "core/BookState.h"
+#include "core/Session.h"
+#include "core/module1.h"
+#include "ledger/BatchQueries.h"
+#include "ledger/LedgerReports.h"
+#include "ledger/frmChecklistBatch.h"
+#include "ledger/frmEntPeriod.h"
+#include "ledger/frmJournEntry.h"
+#include "ledger/frmListBatch.h"
+#include "platform/base/Text.h"
+#include "platform/data/Statement.h"
+#include "platform/forms/Dialogs.h"
+#include "reporting/frmSelectDates.h"
+
+namespace kv {
+
+frmGeneral::frmGeneral(Session& session) : Form("frmGeneral", "Journal Vouchers Book", Window::Child), session_(session) {
+    setKeyPreview(true);
+    Label1.look(Label::Look::Heading);
+    lblPeriod.look(Label::Look::Hint);
+    lblBatches.look(Label::Look::Hint);
+    tbrGeneral.button("ENTER", "Enter", "document-edit", "Enter or edit a batch")
+        .button("PRINT", "Print", "document-print", "View or print a batch")
+        .button("POST", "Close Period", "document-encrypt", "Close the month of this book")
+        .button("DEPOSIT", "Deposit", "wallet-open", "Enter a deposit")
+        .separator()
+        .button("CLOSE", "Close", "window-close", "Leave this book");
+    tbrGeneral.onButtonClick = [this](const std::string& key) { tbrGeneral_ButtonClick(key); };
+    mnuEnter_0.onClick = [this] { mnuEnter_0_Click(); };
+    mnuEnter_1.onClick = [this] { mnuEnter_1_Click(); };
+    mnuEnter_2.onClick = [this] { mnuEnter_0_Click(); };
+    mnuEnter_4.onClick = [this] { mnuEnter_4_Click(); };
+    mnuEnter_5.onClick = [this] { Unload(); };
+    mnuPost.onClick = [this] { mnuPost_Click(); };
+    mnuUnpost.onClick = [this] { mnuUnpost_Click(); };
+    lvwBatches.setColumns({{"Batch", 16},
+                           {"Date", 12},
+                           {"Particulars", 48, Align::Left, true},
+                           {"Amount", 16, Align::Right},
+                           {"State", 12}});
+    lvwBatches.setHelp("Enter opens a batch; Ctrl+E lists what can be edited.");
+    lvwBatches.onDblClick = [this](int) { OpenBatch(); };
+    setMenu({{"&Batch Entries",
+              {mnuEnter_0, mnuEnter_1, mnuEnter_2, nullptr, mnuPost, mnuUnpost, nullptr, mnuEnter_4, nullptr, mnuEnter_5}}});
+    setToolbar(tbrGeneral);
+    setLayout(column({row({Label1, stretch(), lblPeriod}), expand(lvwBatches), lblBatches}));
+    setSize(1040, 620);
+    setFirstFocus(lvwBatches);
+}
+
+void frmGeneral::Form_Load() {
+    tbrGeneral.setButtonVisible("DEPOSIT", false);
+    ShowBook();
+    const bool posting = session_.Parameters.EnableTransactionPosting();
+    mnuPost.setVisible(posting);
+    mnuUnpost.setVisible(posting);
+    LoadBatches();
+}
+
+void frmGeneral::ShowBook() {
+    if (session_.BookCode() == "CR") Label1.setText("Cash Receipts Book");
+    if (session_.BookCode() == "AR") Label1.setText("Accounts Receivable Book");
+    setCaption(Label1.text());
+}
+
+/// The batches of the book's working month and later, with their state.
+void frmGeneral::LoadBatches() {
+    const std::string period = session_.Sys.glperiod;
+    const bool closed = !module1::IsBookOpen(session_.cn(), session_.BookCode(), period);
+    lblPeriod.setText(periodName(period) + (closed ? "  closed" : "  open"));
+    Recordset rows = session_.cn().Open(
+        sql("SELECT TOP 2000 Batch, DisplayBatch, BatchDate, Particular, Total, Posted, Cancelled FROM dbo.vwBookBatch"
+            " WHERE Book = '{}' AND Period >= '{}' ORDER BY BatchDate DESC, Batch DESC")
+            .text(session_.BookCode())
+            .text(period));
+    std::vector<ListView::Item> items;
+    Money total;
+    for (; !rows.eof(); rows.moveNext()) {
+        const bool cancelled = rows["Cancelled"].boolean();
+        if (!cancelled) total += rows["Total"].money();
+        const Value& day = rows["BatchDate"];
+        ListView::Item item{batchKey(rows["Batch"].text()),
+                            {rows["DisplayBatch"].text(), day.isNull() ? "" : Format(day.date(), "yyyy-MM-dd"),
+                             rows["Particular"].text(), Format(rows["Total"].money(), "#,##0.00"),
+                             cancelled ? "cancelled" : rows["Posted"].boolean() ? "posted" : "entered"}};
+        item.dim = cancelled;
+        items.push_back(std::move(item));
+    }
+    lblBatches.setText(std::to_string(items.size()) + (items.size() == 1 ? " batch" : " batches") + " from " +
+                       periodName(period) + " on, " + Format(total, "#,##0.00"));
+    lvwBatches.setItems(std::move(items));
+}
+
+void frmGeneral::Form_KeyPress(int& KeyAscii) {
+    if (KeyAscii == 13) {
+        // a list opens its row by Enter
+        if (activeControl() == &lvwBatches) return;
+        Module3::SendKeys("{Tab}");
+        KeyAscii = 0;
+    } else if (KeyAscii == '\'') {
+        KeyAscii = 0;
+    } else if (KeyAscii >= 'a' && KeyAscii <= 'z') {
+        KeyAscii -= 32;
+    }
+}
+
+void frmGeneral::tbrGeneral_ButtonClick(const std::string& key) {
+    if (key == "ENTER") mnuEnter_0_Click();
+    if (key == "PRINT") mnuEnter_1_Click();
+    if (key == "POST") mnuEnter_4_Click();
+    if (key == "CLOSE") Unload();
+}
+
+void frmGeneral::mnuEnter_0_Click() {
+    frmListBatch list(session_);
+    list.ShowModal();
+    LoadBatches();
+}
+
+/// Opens the batch of the row: to edit while it is entered and open, else as a page.
+void frmGeneral::OpenBatch() {
+    const int row = lvwBatches.selected();
+    if (row < 0) return;
+    const std::string batch = batchOfKey(lvwBatches.selectedKey());
+    if (lvwBatches.cell(row, 4) != "entered") {
+        rptBatchJournal(session_, session_.BookCode(), batch, batch);
+        return;
+    }
+    frmJournEntry entry(session_);
+    entry.Edit(batch);
+    entry.ShowModal();
+    LoadBatches();
+}
+
+void frmGeneral::mnuEnter_1_Click() {
+    const int row = lvwBatches.selected();
+    if (row < 0) {
+        MsgBox("Please select a batch first.", Icon::Information);
+        return;
+    }
+    const std::string batch = batchOfKey(lvwBatches.selectedKey());
+    rptBatchJournal(session_, session_.BookCode(), batch, batch);
+}
+
+void frmGeneral::mnuEnter_4_Click() {
+    frmEntPeriod dialog(session_);
+    std::string entity;
+    dialog.ShowDialog(static_cast<int>(PeriodMode::ClosePeriod), 0, "", entity);
+    LoadBatches();
+}
+
+void frmGeneral::mnuPost_Click() {
+    frmChecklistBatch list(session_);
+    list.PostBatches();
+    LoadBatches();
+}
+
+void frmGeneral::mnuUnpost_Click() {
+    frmSelectPeriod dialog;
+    std::string period = session_.CurrentPeriod;
+    if (!dialog.ShowDialog(period)) return;
+    session_.CurrentPeriod = period;
+    if (!module1::IsBookOpen(session_.cn(), session_.BookCode(), period)) {
+        MsgBox("Book is already closed.", Icon::Information);
+        return;
+    }
+    frmChecklistBatch list(session_);
+    list.UnpostBatches(period);
+    LoadBatches();
+}
+
+}  // namespace kv

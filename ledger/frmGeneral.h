@@ -1,0 +1,48 @@
+#pragma once
+// frmGeneral: the shell of the AR, CR and JV books, by the session's book: entries, posting, closing, reports.
+
+#include "platform/forms/Form.h"
+#include "platform/forms/Lists.h"
+
+namespace kv {
+
+class Session;
+
+class frmGeneral : public Form {
+public:
+    explicit frmGeneral(Session& session);
+
+    Label Label1{*this, "Label1", "Journal Vouchers Book"};
+    Label lblPeriod{*this, "lblPeriod"};
+    Toolbar tbrGeneral{*this, "tbrGeneral"};
+    ListView lvwBatches{*this, "lvwBatches"};
+    Label lblBatches{*this, "lblBatches"};
+
+    MenuItem mnuEnter_0{*this, "mnuEnter_0", "&Enter/Edit Batch", "document-edit", "Ctrl+E"};
+    MenuItem mnuEnter_1{*this, "mnuEnter_1", "&View/Print Batch", "document-print", "Ctrl+P"};
+    MenuItem mnuEnter_2{*this, "mnuEnter_2", "&Cancel Batch", "edit-delete"};
+    MenuItem mnuPost{*this, "mnuPost", "&Post Batches", "dialog-ok-apply"};
+    MenuItem mnuUnpost{*this, "mnuUnpost", "Unpost Batches", "edit-undo"};
+    MenuItem mnuEnter_4{*this, "mnuEnter_4", "Close Pe&riod", "document-encrypt"};
+    MenuItem mnuEnter_5{*this, "mnuEnter_5", "C&lose", "window-close"};
+
+protected:
+    void Form_Load() override;
+    void Form_KeyPress(int& KeyAscii) override;
+    void Form_Activate() override { run("Form_Activate", [this] { LoadBatches(); }); }
+
+private:
+    void LoadBatches();
+    void ShowBook();
+    void mnuEnter_0_Click();
+    void mnuEnter_1_Click();
+    void mnuEnter_4_Click();
+    void mnuPost_Click();
+    void mnuUnpost_Click();
+    void tbrGeneral_ButtonClick(const std::string& key);
+    void OpenBatch();
+
+    Session& session_;
+};
+
+}  // namespace kv

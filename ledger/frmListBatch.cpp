@@ -1,0 +1,66 @@
+#include "ledger/frmListBatch.h"
+
+#include "core/Session.h"
+#include "ledger/BatchQueries.h"
+#include "ledger/frmJournEntry.h"
+
+namespace kv {
+
+frmListBatch::frmListBatch(Session& session) : Form("frmListBatch", "List of Vouchers"), session_(session) {
+    txtSearch.placeholder("Type to narrow the list");
+    txtSearch.onChange = [this] { lvwList.filter(txtSearch.text()); };
+    lvwList.setColumns({{"Batch", 16}, {"Date", 12}, {"Particulars", 60, Align::Left, true}});
+    lvwList.rows(16);
+    lvwList.setHelp("Enter opens the batch. Type in the box above to narrow the list.");
+    lvwList.onDblClick = [this](int) { cmdEdit_Click(); };
+    lblTotal.look(Label::Look::Hint);
+    cmdNew.primary();
+    cmdNew.onClick = [this] { cmdNew_Click(); };
+    cmdEdit.onClick = [this] { cmdEdit_Click(); };
+    cmdClose.cancels();
+    cmdClose.onClick = [this] { Unload(); };
+    setLayout(column({txtSearch, expand(lvwList), row({lblTotal, stretch(), cmdNew, cmdEdit, cmdClose})}));
+    setSize(860, 580);
+    setFirstFocus(lvwList);
+}
+
+void frmListBatch::Form_Load() {
+    setCaption("List of Vouchers");
+    LoadList();
+}
+
+void frmListBatch::LoadList() {
+    const std::string before = lvwList.selectedKey();
+    Recordset rows = session_.cn().Open(Query_Pending(session_.BookCode()));
+    std::vector<ListView::Item> items;
+    items.reserve(rows.recordCount());
+    for (; !rows.eof(); rows.moveNext()) {
+        const Value& day = rows["BATCHDATE"];
+        items.push_back({batchKey(rows["BATCH"].text()),
+                         {rows["DisplayBatch"].text(), day.isNull() ? "" : Format(day.date(), "yyyy-MM-dd"),
+                          rows["PARTICULAR"].text()}});
+    }
+    const bool any = !items.empty();
+    lvwList.setItems(std::move(items));
+    const int again = lvwList.find(before);
+    if (any) lvwList.select(again >= 0 ? again : 0);
+    lblTotal.setText(std::to_string(rows.recordCount()) + (rows.recordCount() == 1 ? " batch" : " batches"));
+    cmdEdit.setEnabled(any);
+}
+
+void frmListBatch::cmdNew_Click() {
+    frmJournEntry entry(session_);
+    entry.Add();
+    entry.ShowModal();
+    LoadList();
+}
+
+void frmListBatch::cmdEdit_Click() {
+    if (lvwList.selected() < 0) return;
+    frmJournEntry entry(session_);
+    entry.Edit(batchOfKey(lvwList.selectedKey()));
+    entry.ShowModal();
+    LoadList();
+}
+
+}  // namespace kv

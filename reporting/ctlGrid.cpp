@@ -1,0 +1,222 @@
+#include "reporting/ctlGrid.h"
+
+#include "platform/base/Text.h"
+#include "platform/forms/Dialogs.h"
+#include "platform/forms/Form.h"
+#include "platform/forms/QuietDialogs.h"
+
+namespace kv {
+namespace {
+
+constexpr int kTwipsPerPixel = 15;
+constexpr std::size_t kRefusalsShown = 10;
+
+}  // namespace
+
+ctlGrid::ctlGrid(Form& form, std::string name) : Grid(form, std::move(name)) { connectHooks(); }
+
+void ctlGrid::connectHooks() {
+    canEnter = [this](int, int) {
+        bool off = false;
+        raise(onShowEntry, "ShowEntry", off);
+        return !off;
+    };
+    isLocked = [this](int c) { return rules(c).lock; };
+    hasBrowse = [this](int c) { return rules(c).browse; };
+    filterKeys = [this](int c, const std::string& key, const std::string& kept) {
+        return kv::filterKeys(rules(c).filter, key, kept);
+    };
+    validate = [this](int r, int c, std::string& text) { return validateEntry(r, c, text); };
+    display = [this](int c, const std::string& text) { return writtenBack(rules(c).filter, text); };
+    committed = [this](int, int) { raise(onAfterValidate, "AfterValidate"); };
+    browse = [this](int, int) { raise(onBrowse, "Browse"); };
+    entered = [this](int, int) {
+        raise(onEnterCell, "EnterCell");
+        raise(onRowColChange, "RowColChange");
+    };
+    editorShown = [this](int, int) { raise(onFocusEntry, "FocusEntry"); };
+    next = [this](int r, int c) { return NextCell(r, c); };
+    keyDown = [this](const std::string& key) {
+        bool handled = false;
+        raise(onGridKey, "KeyDown", key, handled);
+        return handled;
+    };
+    doubleClicked = [this](int, int) { raise(onDblClick, "DblClick"); };
+    columnClicked = [this](int c) { raise(onColumnClick, "ColumnClick", c); };
+    pasted = [this](int r, int c, const std::vector<std::vector<std::string>>& block) { pasteBlock(r, c, block); };
+}
+
+void ctlGrid::FormatString(std::string_view format) {
+    std::vector<GridColumn> columns;
+    for (const std::string& part : split(format, '|')) {
+        GridColumn column;
+        const char mark = part.empty() ? '\0' : part.front();
+        column.align = mark == '>' ? Align::Right : mark == '^' ? Align::Center : Align::Left;
+        column.heading = mark == '<' || mark == '>' || mark == '^' ? part.substr(1) : part;
+        columns.push_back(std::move(column));
+    }
+    rules_.assign(columns.size(), ColumnRules());
+    setColumns(std::move(columns));
+    markOpenRow();
+}
+
+ctlGrid::ColumnRules& ctlGrid::rules(int col) {
+    const auto at = static_cast<std::size_t>(col < 0 ? 0 : col);
+    if (at >= rules_.size()) rules_.resize(at + 1);
+    return rules_[at];
+}
+
+void ctlGrid::SetTextEntry(std::string text) {
+    if (validating_) {
+        entry_ = std::move(text);
+    } else {
+        setEditorText(text);
+    }
+}
+
+int ctlGrid::GetColWidth(int Col) const { return columnWidth(Col) * kTwipsPerPixel; }
+void ctlGrid::SetColWidth(int Col, int twips) { setColumnWidth(Col, twips / kTwipsPerPixel); }
+
+void ctlGrid::SetText(int Row, int Col, std::string_view Text) { setCell(Row, Col, Text); }
+
+void ctlGrid::SetRowBackColor(int Row, unsigned rgb) {
+    if (Row > 0 && Row < rows()) setRowBackColor(Row, rgb);
+}
+
+void ctlGrid::SetColumnBrowse(int Col, bool Browse) { rules(Col).browse = Browse; }
+void ctlGrid::SetColumnLock(int Col, bool Locked) { rules(Col).lock = Locked; }
+void ctlGrid::SetColumnFilter(int Col, EntryFilter Filter) { rules(Col).filter = Filter; }
+void ctlGrid::ValidateBlank(int Col, bool on) { rules(Col).blankCheck = on; }
+
+void ctlGrid::Refresh() { markOpenRow(); }
+
+/// "#" in column 0 marks the last, open row.
+void ctlGrid::markOpenRow() {
+    for (int r = 1; r < rows(); ++r) {
+        const bool open = r == rows() - 1;
+        const std::string mark = cell(r, 0);
+        if (open && mark.empty()) setCell(r, 0, "#");
+        if (!open && mark == "#") setCell(r, 0, "");
+    }
+}
+
+void ctlGrid::RemoveRow(int Row) {
+    if (Row < 1 || Row >= rows()) return;
+    closeEditor();
+    if (rows() > 2) {
+        removeRow(Row);
+    } else {
+        for (int c = 0; c < cols(); ++c) setCell(Row, c, "");
+    }
+    markOpenRow();
+}
+
+void ctlGrid::InsertRow(int Row) {
+    closeEditor();
+    insertRow(Row < 1 ? 1 : Row);
+    markOpenRow();
+}
+
+bool ctlGrid::usable(int col) const {
+    return columnWidth(col) > 0 && !(static_cast<std::size_t>(col) < rules_.size() && rules_[static_cast<std::size_t>(col)].lock);
+}
+
+bool ctlGrid::rowIsBlank(int row) const {
+    for (int c = 1; c < cols(); ++c) {
+        if (!cell(row, c).empty()) return false;
+    }
+    return true;
+}
+
+std::pair<int, int> ctlGrid::NextCell(int Row, int Col) {
+    int c = nextStart_ >= 0 ? nextStart_ : Col;
+    nextStart_ = -1;
+    int r = Row;
+    for (int step = 0; step < 2 * cols(); ++step) {
+        if (++c >= cols()) {
+            c = 0;
+            if (r == rows() - 1) {
+                // an empty last row is where the lines end: no further one is opened behind it
+                if (rowIsBlank(r)) return {-1, -1};
+                InsertRow(rows());
+            }
+            ++r;
+        }
+        if (usable(c)) return {r, c};
+    }
+    return {Row, Col};
+}
+
+bool ctlGrid::validateEntry(int row, int col, std::string& text) {
+    if (std::exchange(skipOnce_, false)) return true;
+    if (text.empty() && !rules(col).blankCheck) return true;
+    if (!text.empty() && text == cell(row, col)) return true;  // nothing was changed
+    bool cancel = false;
+    bool finished = !onValidateEntry;
+    entry_ = text;
+    validating_ = true;
+    guard("ValidateEntry", [&] {
+        onValidateEntry.callUnguarded(cancel);
+        finished = true;
+    });
+    validating_ = false;
+    text = entry_;
+    return finished && !cancel;  // a handler that failed has not accepted anything
+}
+
+/// Which columns a pasted row of `width` cells fills: the visible ones from `col` when it has one cell for each of
+/// them (locked ones are passed over), else the editable ones.
+std::vector<int> ctlGrid::pasteColumns(int col, std::size_t width) const {
+    std::vector<int> visible;
+    std::vector<int> editable;
+    for (int c = col; c < cols(); ++c) {
+        if (columnWidth(c) > 0) visible.push_back(c);
+        if (usable(c)) editable.push_back(c);
+    }
+    return width >= visible.size() ? visible : editable;
+}
+
+/// Puts one pasted cell through the column's filter and the screen's validation. The reason when it is refused.
+std::string ctlGrid::pasteCell(int row, int col, const std::string& text) {
+    if (!usable(col)) return {};
+    std::string entry = text;
+    if (rules(col).filter >= EntryFilter::SignedNumber) entry = replaceAll(entry, ",", "");
+    const std::string taken = kv::filterKeys(rules(col).filter, trimBlanks(entry), "");
+    if (taken != trimBlanks(entry) && rules(col).filter != EntryFilter::UpperCase) return "not taken in this column";
+    if (taken.empty()) return {};
+    moveTo(row, col);
+    if (!canEnter(row, col)) return "not open for entry";
+    QuietDialogs quiet;
+    std::string written = taken;
+    if (!validateEntry(row, col, written)) return quiet.texts().empty() ? "refused" : quiet.texts().front();
+    setCell(row, col, writtenBack(rules(col).filter, written));
+    return {};
+}
+
+void ctlGrid::pasteBlock(int row, int col, const std::vector<std::vector<std::string>>& block) {
+    closeEditor();
+    std::vector<std::string> refusals;
+    int r = row;
+    for (const auto& line : block) {
+        if (r >= rows()) InsertRow(rows());
+        const std::vector<int> columns = pasteColumns(col, line.size());
+        for (std::size_t i = 0; i < line.size() && i < columns.size(); ++i) {
+            const std::string reason = pasteCell(r, columns[i], line[i]);
+            if (!reason.empty()) {
+                refusals.push_back("Line " + std::to_string(r) + ", " + heading(columns[i]) + " \"" + line[i] +
+                                   "\": " + reason);
+            }
+        }
+        ++r;
+    }
+    moveTo(row, col);
+    raise(onAfterValidate, "AfterValidate");
+    if (refusals.empty()) return;
+    const std::size_t count = refusals.size();
+    if (count > kRefusalsShown) refusals.resize(kRefusalsShown);
+    MsgBox(std::to_string(count) + " pasted cell" + (count == 1 ? " was" : "s were") + " refused:\n" +
+               join(refusals, "\n") + (count > kRefusalsShown ? "\n..." : ""),
+           Icon::Exclamation);
+}
+
+}  // namespace kv

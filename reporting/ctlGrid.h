@@ -1,0 +1,93 @@
+#pragma once
+// ctlGrid: the editable grid on which journal, voucher and deposit lines are typed. Each column has a lock, a browse
+// button, a filter and a blank check; the screen validates entries and refuses them by Cancel.
+
+#include <string>
+#include <vector>
+
+#include "platform/forms/Grid.h"
+#include "reporting/EntryFilter.h"
+
+namespace kv {
+
+class ctlGrid : public Grid {
+public:
+    ctlGrid(Form& form, std::string name);
+
+    /// Heading and columns: cells joined by "|", each led by "<", ">" or "^" for its alignment.
+    void FormatString(std::string_view format);
+    int Cols() const { return cols(); }
+    int Rows() const { return rows(); }
+    void SetRows(int count) { setRows(count); }
+    int Row() const { return row(); }
+    int Col() const { return col(); }
+    /// The text in the editor; during ValidateEntry what is about to be written.
+    std::string TextEntry() const { return validating_ ? entry_ : editorText(); }
+    void SetTextEntry(std::string text);
+
+    // widths are in twips, 15 of them a pixel at 96 dots per inch; 0 hides a column
+    int GetColWidth(int Col) const;
+    void SetColWidth(int Col, int twips);
+    std::string GetText(int Row, int Col) const { return cell(Row, Col); }
+    void SetText(int Row, int Col, std::string_view Text);
+    void SetCellBackColor(int Row, int Col, unsigned rgb) { setCellBackColor(Row, Col, rgb); }
+    /// Only for a data row.
+    void SetRowBackColor(int Row, unsigned rgb);
+    void SetColumnBrowse(int Col, bool Browse);
+    void SetColumnLock(int Col, bool Locked);
+    void SetColumnFilter(int Col, EntryFilter Filter);
+    /// The cell may be validated when it is empty.
+    void ValidateBlank(int Col, bool on = true);
+    void Refresh();
+    int CellHeight() const { return cellHeight(); }
+    bool RowIsVisible(int Row) const { return rowIsVisible(Row); }
+    int ColPos(int Col) const { return columnX(Col); }
+    int RowPos(int Row) const { return rowY(Row); }
+    /// Removes the row, or blanks it when it is the only one.
+    void RemoveRow(int Row);
+    void InsertRow(int Row);
+    /// Names the column where the next move starts; the move goes right from there.
+    void SetNextColumn(int Col) { nextStart_ = Col; }
+    void SetPrevColumn(int Col) { nextStart_ = Col - 1; }
+    void ShowEntry() { openEditor(); }
+    /// Skips one validation.
+    void SkipValidation() { skipOnce_ = true; }
+    /// The cell that follows by the rules of Enter; adds a row behind a last row that is filled.
+    std::pair<int, int> NextCell(int Row, int Col);
+
+    Event<bool&> onShowEntry;  ///< the screen may refuse entry by setting the flag
+    Event<> onFocusEntry;
+    Event<bool&> onValidateEntry;
+    Event<> onAfterValidate;
+    Event<> onBrowse;
+    Event<> onEnterCell;
+    Event<> onRowColChange;
+    Event<> onDblClick;
+    Event<int> onColumnClick;
+    Event<std::string, bool&> onGridKey;  ///< F-keys and the like by name; the flag says it was handled
+
+private:
+    struct ColumnRules {
+        bool lock = false;
+        bool browse = false;
+        EntryFilter filter = EntryFilter::Free;
+        bool blankCheck = false;
+    };
+    ColumnRules& rules(int col);
+    bool usable(int col) const;
+    bool rowIsBlank(int row) const;
+    void markOpenRow();
+    void connectHooks();
+    bool validateEntry(int row, int col, std::string& text);
+    void pasteBlock(int row, int col, const std::vector<std::vector<std::string>>& block);
+    std::string pasteCell(int row, int col, const std::string& text);
+    std::vector<int> pasteColumns(int col, std::size_t width) const;
+
+    std::vector<ColumnRules> rules_;
+    int nextStart_ = -1;
+    bool skipOnce_ = false;
+    bool validating_ = false;
+    std::string entry_;
+};
+
+}  // namespace kv
