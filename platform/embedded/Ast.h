@@ -389,8 +389,8 @@ struct CreateIndexStmt : Stmt {
 
 enum class ModuleMode { Create, Alter, CreateOrAlter };
 
-/// What all stored modules share. `source` is the text from CREATE to the end of the batch; positions inside the
-/// module count from there. A module keeps no literal indices: its literals are compiled with their values.
+/// What all stored modules share. `source` is the whole batch, with the comments before CREATE; positions inside the
+/// module count from its start. A module keeps no literal indices: its literals are compiled with their values.
 struct ModuleStmt : Stmt {
     using Stmt::Stmt;
     ModuleMode mode = ModuleMode::Create;
@@ -586,6 +586,8 @@ private:
     void dml(const Stmt& statement);
     void module(const Stmt& statement);
     void control(const Stmt& statement);
+    void simple(const Stmt& statement);
+    void compound(const Expr& e);
 };
 
 }  // namespace kv::tsql

@@ -308,6 +308,7 @@ struct CallExpr : Expr {
     bool noParentheses = false;
     std::unique_ptr<Window> over;
     std::vector<OrderItem> withinGroup;
+    bool isUpdateTest() const;  ///< UPDATE(column) of a trigger, the one call that is a condition; `name` is "UPDATE"
 };
 
 /// The unit of DATEADD, DATEDIFF, DATEPART, DATENAME: a bare word, lower case.
@@ -465,6 +466,7 @@ struct Query : Node {
     std::vector<OrderItem> orderBy;
     ExprPtr offset, fetch;
     std::string forClause;  ///< "XML" or "JSON" (refused); empty otherwise
+    Pos clausePos;          ///< of the FOR clause
 
     /// The leftmost SELECT, which names the columns.
     const SelectBody& first() const;
