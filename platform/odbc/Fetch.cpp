@@ -7,7 +7,6 @@
 
 #include "platform/base/Error.h"
 #include "platform/base/Text.h"
-#include "platform/odbc/Wide.h"
 
 namespace kv::odbc {
 namespace {
@@ -26,6 +25,7 @@ constexpr std::size_t kPartChars = 4096;  ///< long texts are fetched in parts o
 enum class As { Text, Integer, Double, Decimal, Bit, Date, Binary };
 
 struct Column {
+    Carrier carrier = Carrier::Utf16;
     As as = As::Text;
     int scale = 0;
 };
@@ -75,20 +75,26 @@ bool isMoney(SQLULEN precision, int scale) {
     return scale == kMoneyScale && (precision == kMoneyPrecision || precision == kSmallMoneyPrecision);
 }
 
-bool describe(SQLHSTMT statement, SQLUSMALLINT number, Field& field, Column& column) {
-    std::array<SQLWCHAR, 512> name{};
-    SQLSMALLINT nameLength = 0;
+bool describe(SQLHSTMT statement, SQLUSMALLINT number, Carrier carrier, Field& field, Column& column) {
+    std::array<SQLWCHAR, 512> wide{};
+    std::array<SQLCHAR, 512> narrow{};
+    SQLSMALLINT length = 0;
     SQLSMALLINT sqlType = 0;
     SQLULEN size = 0;
     SQLSMALLINT decimals = 0;
     SQLSMALLINT nullable = 0;
-    if (!SQL_SUCCEEDED(SQLDescribeColW(statement, number, name.data(), static_cast<SQLSMALLINT>(name.size()),
-                                       &nameLength, &sqlType, &size, &decimals, &nullable))) {
-        return false;
-    }
+    constexpr auto kRoom = static_cast<SQLSMALLINT>(wide.size());
+    const SQLRETURN got =
+        carrier == Carrier::Utf16
+            ? SQLDescribeColW(statement, number, wide.data(), kRoom, &length, &sqlType, &size, &decimals, &nullable)
+            : SQLDescribeCol(statement, number, narrow.data(), kRoom, &length, &sqlType, &size, &decimals, &nullable);
+    if (!SQL_SUCCEEDED(got)) return false;
+    const auto shown = static_cast<std::size_t>(std::min<SQLSMALLINT>(length, kRoom - 1));
+    field.name = carrier == Carrier::Utf16 ? fromWide(wide.data(), shown)
+                                           : std::string(reinterpret_cast<const char*>(narrow.data()), shown);
     const TypeRow type = typeOf(sqlType);
-    field.name = fromWide(name.data(), std::min<std::size_t>(static_cast<std::size_t>(nameLength), name.size() - 1));
     field.type = type.type;
+    column.carrier = carrier;
     column.as = type.as;
     column.scale = decimals;
     if (type.as == As::Decimal) {
@@ -130,10 +136,16 @@ Got fetchParts(SQLHSTMT statement, SQLUSMALLINT number, SQLSMALLINT cType, std::
     }
 }
 
-Got fetchText(SQLHSTMT statement, SQLUSMALLINT number, std::string& text) {
-    std::vector<SQLWCHAR> wide;
-    const Got got = fetchParts(statement, number, SQL_C_WCHAR, 1, wide);
-    text = fromWide(wide.data(), wide.size());
+Got fetchText(SQLHSTMT statement, SQLUSMALLINT number, Carrier carrier, std::string& text) {
+    if (carrier == Carrier::Utf16) {
+        std::vector<SQLWCHAR> wide;
+        const Got got = fetchParts(statement, number, SQL_C_WCHAR, 1, wide);
+        text = fromWide(wide.data(), wide.size());
+        return got;
+    }
+    std::vector<char> narrow;
+    const Got got = fetchParts(statement, number, SQL_C_CHAR, 1, narrow);
+    text.assign(narrow.begin(), narrow.end());
     return got;
 }
 
@@ -189,8 +201,8 @@ Got fetchValue(SQLHSTMT statement, SQLUSMALLINT number, const Column& column, Va
         }
         default: {
             std::string text;
-            const Got got =
-                column.as == As::Binary ? fetchBinary(statement, number, text) : fetchText(statement, number, text);
+            const Got got = column.as == As::Binary ? fetchBinary(statement, number, text)
+                                                    : fetchText(statement, number, column.carrier, text);
             if (column.as == As::Decimal && got == Got::Value) return taken(got, decimalValue(text, column.scale));
             return taken(got, std::move(text));
         }
@@ -214,13 +226,13 @@ Value decimalValue(const std::string& text, int scale) {
     return numberOf(text);
 }
 
-bool fetchResult(SQLHSTMT statement, ResultSet& result) {
+bool fetchResult(SQLHSTMT statement, ResultSet& result, Carrier carrier) {
     SQLSMALLINT count = 0;
     if (!SQL_SUCCEEDED(SQLNumResultCols(statement, &count))) return false;
     std::vector<Column> columns(static_cast<std::size_t>(count));
     result.fields.resize(columns.size());
     for (std::size_t i = 0; i < columns.size(); ++i) {
-        if (!describe(statement, static_cast<SQLUSMALLINT>(i + 1), result.fields[i], columns[i])) return false;
+        if (!describe(statement, static_cast<SQLUSMALLINT>(i + 1), carrier, result.fields[i], columns[i])) return false;
     }
     for (;;) {
         const SQLRETURN got = SQLFetch(statement);

@@ -90,7 +90,23 @@ void OdbcConnection::open() {
     lost_ = false;
     counted_ = 0;
     sqlServer_ = containsNoCase(infoText(SQL_DBMS_NAME), "SQL Server");
+    chooseCarrier();
     prepareSession();
+}
+
+void OdbcConnection::chooseCarrier() {
+    // a letter whose lower half is an apostrophe's, and one that fits into no code page
+    constexpr std::string_view kProbe = "\xC4\xA7\xE2\x82\xB1";
+    for (const Carrier carrier : {Carrier::Utf16, Carrier::Utf8}) {
+        carrier_ = carrier;
+        std::vector<ResultSet> results;
+        Messages dropped;
+        const std::string probe =
+            std::string("SELECT ") + (sqlServer_ ? "N" : "") + "'" + std::string(kProbe) + "' AS p";
+        const bool good = send(probe, results, dropped) && !results.empty() && !results[0].rows.empty();
+        if (good && results[0].rows[0][0].text() == kProbe) return;
+    }
+    raise(failure(kErrServerLost, "The ODBC driver cannot carry every letter; use a Unicode driver."));
 }
 
 void OdbcConnection::prepareSession() {
@@ -131,11 +147,9 @@ int OdbcConnection::transactionDepth() const {
     if (!sqlServer_) return counted_;
     // only the server knows: procedures, failed statements and time-outs change the count as well
     const StatementHandle statement(link_.get());
-    std::vector<SQLWCHAR> text = toWide("SELECT @@TRANCOUNT");
     ResultSet count;
-    const bool good =
-        SQL_SUCCEEDED(SQLExecDirectW(statement.get(), text.data(), static_cast<SQLINTEGER>(text.size()))) &&
-        fetchResult(statement.get(), count) && !count.rows.empty();
+    const bool good = SQL_SUCCEEDED(execute(statement.get(), "SELECT @@TRANCOUNT", carrier_)) &&
+                      fetchResult(statement.get(), count, carrier_) && !count.rows.empty();
     return good ? static_cast<int>(count.rows[0][0].integer()) : 0;
 }
 
@@ -176,7 +190,7 @@ bool OdbcConnection::collect(SQLHSTMT statement, SQLRETURN code, Messages& messa
 bool OdbcConnection::readResult(SQLHSTMT statement, std::vector<ResultSet>& results) {
     SQLSMALLINT columns = 0;
     if (!SQL_SUCCEEDED(SQLNumResultCols(statement, &columns))) return false;
-    if (columns > 0) return fetchResult(statement, results.emplace_back());
+    if (columns > 0) return fetchResult(statement, results.emplace_back(), carrier_);
     SQLLEN rows = -1;
     if (SQL_SUCCEEDED(SQLRowCount(statement, &rows)) && rows >= 0) setAffected(rows);
     return true;
@@ -192,10 +206,9 @@ bool OdbcConnection::send(std::string_view text, std::vector<ResultSet>& results
     SQLSetStmtAttrW(statement.get(), SQL_ATTR_QUERY_TIMEOUT, asPointer(limit), SQL_IS_UINTEGER);
     // texts of users may hold "{" and "?": they are no escapes of ODBC
     SQLSetStmtAttrW(statement.get(), SQL_ATTR_NOSCAN, asPointer(SQL_NOSCAN_ON), SQL_IS_UINTEGER);
-    std::vector<SQLWCHAR> wide = toWide(text);
     bool good = true;
     int errors = 0;
-    SQLRETURN code = SQLExecDirectW(statement.get(), wide.data(), static_cast<SQLINTEGER>(wide.size()));
+    SQLRETURN code = execute(statement.get(), text, carrier_);
     if (code == SQL_NO_DATA) setAffected(0);  // an UPDATE or DELETE that found no row
     if (code == SQL_NO_DATA) code = SQLMoreResults(statement.get());
     // every result is read to its end, also behind an error: leaving one would stop the rest of the batch

@@ -5,6 +5,7 @@
 
 #include "platform/odbc/Handles.h"
 #include "platform/odbc/Odbc.h"
+#include "platform/odbc/Wide.h"
 
 namespace kv::odbc {
 
@@ -37,6 +38,7 @@ private:
     DbError asError(const Diagnostic& diagnostic);
     bool signOnAgain(Messages& messages);
     void prepareSession();
+    void chooseCarrier();
     /// Transactions of a server that counts none of its own (every one but SQL Server).
     std::optional<bool> runCounted(std::string_view statement, Messages& messages);
     bool endCounted(SQLSMALLINT how, Messages& messages);
@@ -48,6 +50,7 @@ private:
     bool open_ = false;
     bool lost_ = false;
     bool sqlServer_ = false;
+    Carrier carrier_ = Carrier::Utf16;
     int counted_ = 0;
 };
 

@@ -49,6 +49,15 @@ void appendUtf8(std::string& out, std::uint32_t point) {
 
 }  // namespace
 
+SQLRETURN execute(SQLHSTMT statement, std::string_view text, Carrier carrier) {
+    if (carrier == Carrier::Utf16) {
+        std::vector<SQLWCHAR> wide = toWide(text);
+        return SQLExecDirectW(statement, wide.data(), static_cast<SQLINTEGER>(wide.size()));
+    }
+    std::string narrow(text);
+    return SQLExecDirect(statement, reinterpret_cast<SQLCHAR*>(narrow.data()), static_cast<SQLINTEGER>(narrow.size()));
+}
+
 std::vector<SQLWCHAR> toWide(std::string_view text) {
     std::vector<SQLWCHAR> out;
     out.reserve(text.size() + 1);

@@ -3,32 +3,18 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 #include "platform/base/Text.h"
 #include "platform/data/Statement.h"
+#include "tests/odbc/SqliteDesk.h"
 
 namespace kv {
 namespace {
 
-std::string driverFile(const std::string& name) {
-    std::error_code none;
-    for (const auto& folder : std::filesystem::directory_iterator("/usr/lib", none)) {
-        const auto file = folder.path() / "odbc" / name;
-        if (std::filesystem::exists(file, none)) return file.string();
-    }
-    return {};
-}
-
 class SqliteOdbc : public testing::Test {
 protected:
     void SetUp() override {
-        const std::string driver = driverFile("libsqlite3odbc.so");
-        if (driver.empty()) GTEST_SKIP() << "install libsqliteodbc to run this test";
-        OdbcOptions options;
-        options.connectionString = "Driver=" + driver + ";Database=:memory:;Server=desk;UID=clerk;PWD=hidden;";
-        options.defaultDatabase = "ACCOUNTING";
-        connection = openOdbc(options);
+        connection = test::openSqliteDesk();
+        if (!connection) GTEST_SKIP() << test::kNoSqliteOdbc;
     }
 
     Value one(std::string_view statement) { return connection->Open(statement).at(0); }
@@ -48,7 +34,7 @@ TEST_F(SqliteOdbc, DeliversTypedValuesAndNulls) {
     connection->Execute(
         "CREATE TABLE T (n INTEGER, big BIGINT, b BIT, f DOUBLE, t VARCHAR(20), d DATE, ts TIMESTAMP, x BLOB)");
     connection->Execute(
-        "INSERT INTO T VALUES (7, 9007199254740993, 1, 2.5, 'Peña', '2024-03-31', "
+        "INSERT INTO T VALUES (7, 9007199254740993, 1, 2.5, 'Peña 🏥', '2024-03-31', "
         "'2024-03-31 08:30:15.250', x'00FF10')");
     connection->Execute("INSERT INTO T VALUES (NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL)");
     EXPECT_EQ(connection->recordsAffected(), 1);
@@ -58,7 +44,7 @@ TEST_F(SqliteOdbc, DeliversTypedValuesAndNulls) {
     EXPECT_EQ(rows["big"], Value(std::int64_t{9007199254740993}));
     EXPECT_EQ(rows["b"], Value(true));
     EXPECT_EQ(rows["f"], Value(2.5));
-    EXPECT_EQ(rows["t"], Value("Peña"));
+    EXPECT_EQ(rows["t"], Value("Peña 🏥"));
     EXPECT_EQ(rows["d"], Value(Date(2024, 3, 31)));
     EXPECT_EQ(rows["ts"], Value(Date(2024, 3, 31, 8, 30, 15, 250)));
     EXPECT_EQ(rows["x"], Value("0x00FF10"));
@@ -70,11 +56,11 @@ TEST_F(SqliteOdbc, DeliversTypedValuesAndNulls) {
 
 TEST_F(SqliteOdbc, FetchesLongTextsWhole) {
     connection->Execute("CREATE TABLE L (t TEXT)");
-    // lengths around the size of the parts in which texts are fetched, with characters of one and two bytes
+    // lengths around the size of the parts in which texts are fetched, with characters of one, two and four bytes
     for (const int length : {0, 1, 4094, 4095, 4096, 4097, 8190, 8191, 100'000}) {
         std::string text;
         for (int i = 0; i < length; ++i) text += length % 2 == 0 ? "a" : "ñ";
-        text += "!";
+        text += "🏥";
         connection->Execute("DELETE FROM L");
         connection->Execute(sql("INSERT INTO L VALUES ('{}')").exact(text));
         const std::string back = one("SELECT t FROM L").text();
@@ -180,11 +166,11 @@ TEST(OdbcText, NoValueOfALogonBringsInAnotherSetting) {
 }
 
 TEST(OdbcText, AServerThatIsNotThereIsNamedAsSuch) {
-    if (driverFile("libtdsodbc.so").empty()) GTEST_SKIP() << "install tdsodbc to run this test";
+    if (test::odbcDriverFile("libtdsodbc.so").empty()) GTEST_SKIP() << "install tdsodbc to run this test";
     OdbcOptions options;
     options.loginTimeout_s = 2;
     options.connectionString =
-        odbcConnectionString({"127.0.0.1,1", "sa", "none", "ACCOUNTING", driverFile("libtdsodbc.so"), ""});
+        odbcConnectionString({"127.0.0.1,1", "sa", "none", "ACCOUNTING", test::odbcDriverFile("libtdsodbc.so"), ""});
     try {
         openOdbc(options);
         FAIL() << "no server listens there";
