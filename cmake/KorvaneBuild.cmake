@@ -11,7 +11,7 @@ if(KV_MOLD)
 endif()
 
 add_compile_options(-Wall -Wextra -Wshadow -Wnon-virtual-dtor
-                    -Woverloaded-virtual -Winvalid-pch -Werror)
+                    -Wno-missing-field-initializers -Winvalid-pch -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   add_compile_options(-Wduplicated-cond -Wlogical-op)
 endif()
