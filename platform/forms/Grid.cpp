@@ -62,7 +62,7 @@ Grid::Grid(Form& form, std::string name) : Control(form, std::move(name)), impl_
     });
 }
 
-Grid::~Grid() = default;
+Grid::~Grid() { impl_->view->release(); }
 
 std::string Grid::text() const { return editorOpen() ? editorText() : cell(row(), col()); }
 

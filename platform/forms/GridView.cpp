@@ -203,13 +203,20 @@ void GridView::closeEditor() {
     viewport()->update(cellRect(row_, col_));
 }
 
+void GridView::release() {
+    passing_ = true;
+    open_ = false;
+    editor_->removeEventFilter(this);
+}
+
 void GridView::layEditor() {
     if (open_) box_->setGeometry(cellRect(row_, col_).adjusted(-1, -1, 0, 0));
 }
 
 bool GridView::commit() {
-    if (!open_) return true;
     if (validating_) return false;
+    refused_ = false;
+    if (!open_) return true;
     const int row = row_;
     const int col = col_;
     const QString typed = editor_->text();
@@ -220,6 +227,7 @@ bool GridView::commit() {
         guard_("ValidateEntry", [&] { accepted = grid_.validate(row, col, text); });
         validating_ = false;
         if (!accepted) {
+            refused_ = true;
             if (!open_) openEditor();
             editor_->setFocus();
             editor_->selectAll();

@@ -44,6 +44,7 @@ public:
 
     bool canLeave() override { return commit(); }
     bool commit();
+    bool refused() const { return refused_; }  ///< the last commit kept its cell
     /// Moves as the user does: the cell that is left has to be clean. False when it refused.
     bool go(int row, int col);
     /// Moves by code: nothing is validated.
@@ -57,6 +58,8 @@ public:
     QToolButton* browseButton() const { return browse_; }
     void openEditor();
     void closeEditor();
+    /// The grid goes before its widget: nothing is asked or told any more.
+    void release();
     void browse();
 
     bool isLocked(int col) const;
@@ -109,6 +112,7 @@ private:
     int col_ = 0;
     bool open_ = false;
     bool validating_ = false;
+    bool refused_ = false;  ///< the last commit
     bool passing_ = false;  ///< the focus goes from a closing editor to the table, which must not open it again
     int markFrom_ = 0;      ///< marked rows; 0 without
     int markTo_ = 0;

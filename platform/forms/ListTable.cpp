@@ -92,7 +92,7 @@ void ListTable::focusInEvent(QFocusEvent* event) {
     QTableView::focusInEvent(event);
     const bool byKey = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason ||
                        event->reason() == Qt::ShortcutFocusReason;
-    if (byKey && !currentIndex().isValid() && model()->rowCount() > 0) {
+    if (byKey && model() && !currentIndex().isValid() && model()->rowCount() > 0) {
         selectionModel()->setCurrentIndex(model()->index(0, 0), QItemSelectionModel::NoUpdate);
     }
     viewport()->update();
