@@ -15,12 +15,16 @@ const DbError* firstError(const std::vector<DbError>& messages) {
 
 }  // namespace
 
-std::vector<ResultSet> Connection::send(std::string_view statement, const Place& at) {
+bool Connection::begin(std::string_view statement, std::vector<ResultSet>& results) {
     errors_.clear();
     affected_ = -1;
     if (observer_) observer_(statement);
+    return run(statement, results, errors_);
+}
+
+std::vector<ResultSet> Connection::send(std::string_view statement, const Place& at) {
     std::vector<ResultSet> results;
-    const bool good = run(statement, results, errors_);
+    const bool good = begin(statement, results);
     if (const DbError* error = firstError(errors_)) {
         throw Error(error->number, error->source.empty() ? kUnknownSource : error->source, error->description, at);
     }
@@ -36,6 +40,12 @@ Recordset Connection::Open(std::string_view statement, Place at) {
 }
 
 std::vector<ResultSet> Connection::OpenAll(std::string_view statement, Place at) { return send(statement, at); }
+
+std::vector<ResultSet> Connection::Attempt(std::string_view statement) {
+    std::vector<ResultSet> results;
+    begin(statement, results);
+    return results;
+}
 
 Recordset Connection::OpenTable(std::string_view table, std::string_view condition, std::vector<std::string> keys,
                                 Place at) {

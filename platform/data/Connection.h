@@ -39,6 +39,9 @@ public:
     Recordset Open(std::string_view statement, Place at = Place::current());
     /// All result sets of a statement.
     std::vector<ResultSet> OpenAll(std::string_view statement, Place at = Place::current());
+    /// The result sets of a statement, also those that came before an error; raises nothing that the server says, which
+    /// stands in `errors` instead. For consoles, where every statement has its say.
+    std::vector<ResultSet> Attempt(std::string_view statement);
     /// "select * from <table> [where <condition>]" as an updatable recordset; `keys` name a row for the UPDATE.
     /// Without keys the statement writes the whole table (tables of one row).
     Recordset OpenTable(std::string_view table, std::string_view condition, std::vector<std::string> keys,
@@ -75,6 +78,7 @@ protected:
     void setAffected(long long rows) { affected_ = rows; }
 
 private:
+    bool begin(std::string_view statement, std::vector<ResultSet>& results);
     std::vector<ResultSet> send(std::string_view statement, const Place& at);
     std::function<void(std::string_view)> observer_;
     std::vector<DbError> errors_;

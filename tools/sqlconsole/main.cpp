@@ -1,0 +1,110 @@
+// sqlconsole: runs T-SQL from standard input against an embedded file or a SQL Server.
+
+#include <iostream>
+#include <iterator>
+#include <string>
+
+#include "platform/base/Text.h"
+#include "platform/embedded/Embedded.h"
+#include "platform/embedded/Lexer.h"
+#include "platform/odbc/Odbc.h"
+#include "tools/sqlconsole/Csv.h"
+
+namespace {
+
+constexpr const char* kUsage =
+    "usage: sqlconsole [--data FILE | --source odbc:DSN] [--database NAME] [--csv] < batches.sql\n"
+    "\n"
+    "  --data FILE         the embedded database in FILE; a missing file starts empty\n"
+    "  --source odbc:DSN   a SQL Server by the name of its data source, or odbc:Driver=...;Server=...\n"
+    "  --database NAME     the database to start in (ACCOUNTING)\n"
+    "  --csv               comma-separated result sets, the only format\n"
+    "\n"
+    "A line with GO ends a batch. Without --data and --source the database is a private one in memory.\n"
+    "Errors go to standard error; after one the next batch runs in the same session. Exit status 1 if there was any.\n";
+
+constexpr int kSeverityInformationMax = 10;
+
+struct Arguments {
+    std::string file = ":memory:";
+    std::string source;
+    std::string database = "ACCOUNTING";
+    bool good = true;
+};
+
+Arguments parseArguments(int argc, char** argv) {
+    Arguments arguments;
+    for (int i = 1; i < argc; ++i) {
+        const std::string option = argv[i];
+        if (option == "--csv") continue;
+        const bool known = option == "--data" || option == "--source" || option == "--database";
+        if (!known || i + 1 >= argc) {
+            arguments.good = false;
+            return arguments;
+        }
+        (option == "--data"     ? arguments.file
+         : option == "--source" ? arguments.source
+                                : arguments.database) = argv[++i];
+    }
+    arguments.good = arguments.source.empty() || kv::startsNoCase(arguments.source, "odbc:");
+    return arguments;
+}
+
+std::unique_ptr<kv::Connection> connect(const Arguments& arguments) {
+    if (arguments.source.empty()) {
+        kv::EmbeddedOptions options;
+        options.file = arguments.file;
+        options.defaultDatabase = arguments.database;
+        return kv::openEmbedded(options);
+    }
+    kv::OdbcOptions options;
+    const std::string name = arguments.source.substr(5);
+    options.connectionString = name.find('=') == std::string::npos ? "DSN=" + name : name;
+    options.defaultDatabase = arguments.database;
+    return kv::openOdbc(options);
+}
+
+/// Prints a message as the server's own tools do; true for an error.
+bool report(const kv::DbError& message, int firstLine) {
+    const bool error = message.severity > kSeverityInformationMax;
+    if (error) {
+        std::cerr << "Msg " << message.number << ", Level " << message.severity << ", State " << message.state;
+        if (!message.procedure.empty()) std::cerr << ", Procedure " << message.procedure;
+        // Inside a procedure the line counts from its own start, elsewhere from the script's.
+        std::cerr << ", Line " << (message.procedure.empty() ? message.line + firstLine - 1 : message.line) << '\n';
+    }
+    std::cerr << message.description << '\n';
+    return error;
+}
+
+bool runScript(kv::Connection& connection, const std::string& script) {
+    bool good = true;
+    for (const kv::tsql::ScriptBatch& batch : kv::tsql::splitScript(script)) {
+        for (int turn = 0; turn < batch.repeat; ++turn) {
+            for (const kv::ResultSet& result : connection.Attempt(batch.text)) kv::console::writeCsv(std::cout, result);
+            std::cout.flush();
+            for (const kv::DbError& message : connection.errors())
+                if (report(message, batch.firstLine)) good = false;
+        }
+    }
+    return good;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::ios::sync_with_stdio(false);
+    const Arguments arguments = parseArguments(argc, argv);
+    if (!arguments.good) {
+        std::cerr << kUsage;
+        return 2;
+    }
+    try {
+        const auto connection = connect(arguments);
+        const std::string script((std::istreambuf_iterator<char>(std::cin)), {});
+        return runScript(*connection, script) ? 0 : 1;
+    } catch (const kv::Error& e) {
+        std::cerr << "Msg " << e.number << ", Level 20, State 1, Line 0\n" << e.description << '\n';
+        return 1;
+    }
+}
