@@ -12,11 +12,15 @@ BEGIN
     SET NOCOUNT ON;
     SET XACT_ABORT ON;
 
-    IF NOT EXISTS (SELECT 1 FROM dbo.APCDB AS L WHERE L.CVNo = @Batch) RETURN;
+    IF NOT EXISTS (SELECT 1 FROM dbo.APCDB AS L WHERE L.CVNo = @Batch AND L.BookCode <> 'CD') RETURN;
     BEGIN TRANSACTION;
     DELETE FROM dbo.VouchersPayable
-    WHERE Reference = @Batch AND Source IN ('JV', 'AR', 'CR')
-        AND (Source = @BookCode OR ISNULL(@BookCode, '') NOT IN ('JV', 'AR', 'CR'));
+    WHERE Reference = @Batch AND Source IN ('JV', 'AR', 'CR') AND Voucher IN (
+        SELECT L.ApVoucher
+        FROM dbo.APCDB AS L
+        WHERE L.CVNo = @Batch AND L.BookCode IN ('JV', 'AR', 'CR')
+            AND (L.BookCode = @BookCode OR ISNULL(@BookCode, '') NOT IN ('JV', 'AR', 'CR'))
+    );
     DELETE FROM dbo.APCDB
     WHERE CVNo = @Batch AND BookCode IN ('JV', 'AR', 'CR')
         AND (BookCode = @BookCode OR ISNULL(@BookCode, '') NOT IN ('JV', 'AR', 'CR'));

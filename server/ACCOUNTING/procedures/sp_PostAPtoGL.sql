@@ -1,0 +1,14 @@
+-- Purpose: Closes a month of the AP book: its uncancelled vouchers go into the ledger, all or nothing.
+-- Called by: the period dialog (close of AP).
+-- Parameters:
+--   @Period  yyyyMM
+-- Errors: 50006 no period, 50011 unbalanced vouchers by name, 50012 unposted vouchers by name
+-- Writes: GL, BookCloseLog, PreparedPeriod
+CREATE OR ALTER PROCEDURE dbo.sp_PostAPtoGL
+    @Period varchar(6)
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SET XACT_ABORT ON;
+    EXEC dbo.Private_CloseBook 'AP', @Period;
+END;

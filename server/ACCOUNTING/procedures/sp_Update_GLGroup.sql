@@ -1,0 +1,39 @@
+-- Purpose: Creates or replaces a schedule group; its accounts take over its type and class.
+-- Called by: the group editor, the import of a chart.
+-- Parameters:
+--   @GLGroup      group
+--   @Description  name
+--   @Type         AS, LI, EQ, IN or EX
+--   @Class        class within the type
+--   @MainGroup    group above, or empty
+-- Errors: 50001 empty group or name, 50002 unknown main group or one that would stand below itself
+-- Writes: GLGROUP, AcctCode
+CREATE OR ALTER PROCEDURE dbo.sp_Update_GLGroup
+    @GLGroup varchar(10),
+    @Description varchar(100),
+    @Type varchar(2),
+    @Class varchar(2) = '',
+    @MainGroup varchar(10) = ''
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SET XACT_ABORT ON;
+
+    IF LTRIM(ISNULL(@GLGroup, '')) = '' OR LTRIM(ISNULL(@Description, '')) = '' OR ISNULL(@Type, '') NOT IN ('AS', 'LI', 'EQ', 'IN', 'EX')
+        THROW 50001, 'A group needs a code, a name and a type.', 1;
+    SET @MainGroup = NULLIF(LTRIM(@MainGroup), '');
+    IF @MainGroup = @GLGroup OR (@MainGroup IS NOT NULL AND NOT EXISTS (
+        SELECT 1 FROM dbo.GLGROUP AS G WHERE G.GLGroup = @MainGroup
+    ))
+        THROW 50002, 'The main group must be another group that exists.', 1;
+
+    BEGIN TRANSACTION;
+    UPDATE dbo.GLGROUP
+    SET Description = @Description, Type = @Type, Class = ISNULL(@Class, ''), MainGroup = @MainGroup
+    WHERE GLGroup = @GLGroup;
+    IF @@ROWCOUNT = 0
+        INSERT INTO dbo.GLGROUP (GLGroup, Description, Type, Class, MainGroup)
+        VALUES (@GLGroup, @Description, @Type, ISNULL(@Class, ''), @MainGroup);
+    UPDATE dbo.AcctCode SET Type = @Type, Class = ISNULL(@Class, '') WHERE GLGroup = @GLGroup;
+    COMMIT TRANSACTION;
+END;

@@ -1,0 +1,30 @@
+-- Purpose: Refuses every change of the lines of a closed month of book JV, and of a cancelled batch.
+-- Guards: JVDT
+-- Errors: 50010 naming the book and the period, 50003 naming the cancelled batch
+CREATE OR ALTER TRIGGER dbo.tr_JVDT_Closed
+ON dbo.JVDT
+AFTER INSERT, UPDATE, DELETE
+AS
+BEGIN
+    SET NOCOUNT ON;
+
+    DECLARE @Period varchar(6);
+    DECLARE @Text varchar(200);
+    DECLARE @Batch varchar(15);
+    SELECT @Period = MIN(G.Period)
+    FROM dbo.GL AS G
+    WHERE G.BatchType = 'JV' AND G.Period IN (SELECT I.Period FROM inserted AS I UNION SELECT D.Period FROM deleted AS D);
+    IF @Period IS NOT NULL
+    BEGIN
+        SET @Text = 'Book JV is closed for period ' + @Period + '.';
+        THROW 50010, @Text, 1;
+    END;
+    SELECT @Batch = MIN(J.Batch)
+    FROM dbo.JV AS J
+    WHERE J.Cancelled = 1 AND J.Batch IN (SELECT I.Batch FROM inserted AS I UNION SELECT D.Batch FROM deleted AS D);
+    IF @Batch IS NOT NULL
+    BEGIN
+        SET @Text = 'Batch ' + @Batch + ' of book JV is cancelled.';
+        THROW 50003, @Text, 1;
+    END;
+END;

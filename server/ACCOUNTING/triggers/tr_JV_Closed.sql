@@ -1,0 +1,28 @@
+-- Purpose: Refuses every change of the headers of a closed month of book JV, and of a cancelled batch.
+-- Guards: JV
+-- Errors: 50010 naming the book and the period, 50003 naming the cancelled batch
+CREATE OR ALTER TRIGGER dbo.tr_JV_Closed
+ON dbo.JV
+AFTER INSERT, UPDATE, DELETE
+AS
+BEGIN
+    SET NOCOUNT ON;
+
+    DECLARE @Period varchar(6);
+    DECLARE @Batch varchar(15);
+    DECLARE @Text varchar(200);
+    SELECT @Period = MIN(G.Period)
+    FROM dbo.GL AS G
+    WHERE G.BatchType = 'JV' AND G.Period IN (SELECT I.Period FROM inserted AS I UNION SELECT D.Period FROM deleted AS D);
+    IF @Period IS NOT NULL
+    BEGIN
+        SET @Text = 'Book JV is closed for period ' + @Period + '.';
+        THROW 50010, @Text, 1;
+    END;
+    SELECT @Batch = MIN(D.Batch) FROM deleted AS D WHERE D.Cancelled = 1;
+    IF @Batch IS NOT NULL
+    BEGIN
+        SET @Text = 'Batch ' + @Batch + ' of book JV is cancelled.';
+        THROW 50003, @Text, 1;
+    END;
+END;

@@ -1,0 +1,21 @@
+-- Purpose: Refuses every change of the day figures of a closed month of book CR.
+-- Guards: tbDailyCollection
+-- Errors: 50010 naming the book and the period
+CREATE OR ALTER TRIGGER dbo.tr_tbDailyCollection_Closed
+ON dbo.tbDailyCollection
+AFTER INSERT, UPDATE, DELETE
+AS
+BEGIN
+    SET NOCOUNT ON;
+
+    DECLARE @Period varchar(6);
+    DECLARE @Text varchar(200);
+    SELECT @Period = MIN(G.Period)
+    FROM dbo.GL AS G
+    WHERE G.BatchType = 'CR' AND G.Period IN (SELECT I.Period FROM inserted AS I UNION SELECT D.Period FROM deleted AS D);
+    IF @Period IS NOT NULL
+    BEGIN
+        SET @Text = 'Book CR is closed for period ' + @Period + '.';
+        THROW 50010, @Text, 1;
+    END;
+END;
