@@ -85,17 +85,20 @@ protected:
     void guard(std::string_view eventName, const std::function<void()>& body) const;
     /// Makes the widget the one of this control; a widget adopted before is deleted.
     void adopt(QWidget* widget);
+    /// The user or code changed the value: a mark of refusal goes.
+    void changed() { clearRefused(); }
     /// Brings the wanted visibility and ability to what is on the screen.
     virtual void applyState();
 
 private:
+    friend bool tryLeave(Form& form, QWidget* to);
     Form& form_;
     std::string name_;
     QWidget* widget_ = nullptr;
     bool shown_ = true;
     bool able_ = true;
     bool causesValidation_ = true;
-    bool marked_ = false;
+    bool marked_ = false;  ///< refused by its own validation, so the next one that passes clears it
     std::string help_;
     std::string refused_;
 };

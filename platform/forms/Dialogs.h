@@ -46,12 +46,14 @@ std::optional<std::string> askOpenFile(std::string_view title, const FileFilter&
 
 /// The printer dialog. False when cancelled. The choice holds for the next print.
 bool askPrinter();
+/// Name of the printer chosen last; empty for the workstation's default.
+std::string chosenPrinter();
 
 void setClipboard(std::string_view text);
 std::string clipboard();
 
-/// Keystrokes to the control that has the focus: "{Tab}", "{Enter}", "{F2}" and plain characters. With `wait` they have been
-/// handled when it returns.
+/// Keystrokes to the control that has the focus: "{Tab}", "{Enter}", "{F2}" and plain characters. With `wait` they have
+/// been handled when it returns.
 void sendKeys(std::string_view keys, bool wait);
 
 /// Opens a folder or file with the desktop's own program; false where there is none.

@@ -50,6 +50,8 @@ public:
     virtual void Form_QueryUnload(bool& /*Cancel*/) {}
     virtual void Form_Unload() {}
     virtual void Form_Resize() {}
+    /// A child form came to the front of the shell again (not at its first showing).
+    virtual void Form_Activate() {}
     /// Keys before their controls, for forms that set keyPreview.
     virtual void Form_KeyPress(int& /*KeyAscii*/) {}
     void setKeyPreview(bool on);
@@ -71,8 +73,6 @@ public:
     /// The topmost modal form, else the active child of the shell, else the shell; nullptr before the first.
     static Form* active();
     static Form* shell();
-    /// Sends a key ("Tab", "Enter", "F2", "Ctrl+S") to what has the focus, as if typed.
-    static void sendKey(std::string_view key);
 
     QWidget* widget() const { return widget_; }
 

@@ -141,6 +141,7 @@ void onThemeChanged(QObject* owner, std::function<void()> body);
 
 constexpr int kMargin_px = 16;
 constexpr int kGap_px = 8;
+constexpr int kField_px = 30;  ///< height of a field of one line
 constexpr int kListRow_px = 26;
 constexpr int kGridRow_px = 28;
 

@@ -24,6 +24,7 @@ public:
     bool checked() const;
     Event<> onClick;
     QAction* action() const { return action_; }
+    void standFor(QAction* head);  ///< the head of the menu that shows and hides with this entry
 
 protected:
     void applyState() override;
@@ -31,7 +32,7 @@ protected:
 private:
     friend class Form;
     QAction* action_ = nullptr;
-    QAction* menu_ = nullptr;  ///< the head of the menu that this entry stands for
+    QAction* menu_ = nullptr;
 };
 
 /// One menu of a menu bar: entries, separators (nullptr) and sub-menus.
