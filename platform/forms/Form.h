@@ -50,7 +50,7 @@ public:
     virtual void Form_QueryUnload(bool& /*Cancel*/) {}
     virtual void Form_Unload() {}
     virtual void Form_Resize() {}
-    /// A child form came to the front of the shell again (not at its first showing).
+    /// The home form is seen again: the last other child of the shell has closed.
     virtual void Form_Activate() {}
     /// Keys before their controls, for forms that set keyPreview.
     virtual void Form_KeyPress(int& /*KeyAscii*/) {}

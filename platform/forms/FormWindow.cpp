@@ -254,7 +254,10 @@ void Form::Impl::hideFrame() {
 void Form::Impl::arrangeMiddle() {
     if (!middle) return;
     const bool children = !mdi->subWindowList().isEmpty();
-    middle->setCurrentWidget(children || !homeForm ? static_cast<QWidget*>(mdi) : homePage);
+    QWidget* front = children || !homeForm ? static_cast<QWidget*>(mdi) : homePage;
+    const bool homeAgain = front == homePage && middle->currentWidget() != front && homeForm->isVisible();
+    middle->setCurrentWidget(front);
+    if (homeAgain) homeForm->Form_Activate();
 }
 
 void Form::Impl::fillWindowMenu() {

@@ -32,6 +32,9 @@ public:
     void clear();
     /// Many rows at once; `key` may be empty.
     struct Item {
+        Item() = default;
+        Item(std::string itemKey, std::vector<std::string> itemCells)
+            : key(std::move(itemKey)), cells(std::move(itemCells)) {}
         std::string key;
         std::vector<std::string> cells;
         bool checked = false;
