@@ -12,6 +12,8 @@
 
 namespace kv {
 
+class Report;
+
 /// Copies of the single row of table SYS, read as text; NULL is the empty text.
 struct SysCopies {
     std::string Company, Address1, APAcct, VATCode, Vatable, SW_CVNO, sw_CheckNo, sw_ChkPrint, sw_APVPrint, sw_APVNo;
@@ -61,6 +63,10 @@ public:
     std::string CurrentPeriod;
     PasswordTargets PasswordTarget = PasswordTargets::None;
     bool UpdateAcctgLink = false;
+    /// The one report that is open; each open routine replaces it, unloading the viewer releases it.
+    std::shared_ptr<Report> CurrentReport;
+    /// Set by a few report routines before they open a report, cleared by the open routines.
+    bool ReportFlag = false;
 
 private:
     Connection& connection_;

@@ -41,7 +41,7 @@ frmCenter::frmCenter(Session& session) : Form("frmCenter", "Home", Window::Child
         expand(group("Waiting", lvwWaiting)),
         lblPrepared,
     }));
-    setSize(980, 560);
+    setHome();
 }
 
 void frmCenter::Form_Load() {

@@ -26,7 +26,6 @@ public:
 
 protected:
     void Form_Load() override;
-    void Form_Activate() override { run("Form_Activate", [this] { ShowState(); }); }
 
 private:
     void ShowState();

@@ -4,7 +4,7 @@
 #include "core/Session.h"
 #include "core/module1.h"
 #include "ledger/BatchQueries.h"
-#include "ledger/LedgerReports.h"
+
 #include "ledger/frmChecklistBatch.h"
 #include "ledger/frmEntPeriod.h"
 #include "ledger/frmJournEntry.h"
@@ -12,6 +12,7 @@
 #include "platform/base/Text.h"
 #include "platform/data/Statement.h"
 #include "platform/forms/Dialogs.h"
+#include "reporting/ReportFrame.h"
 #include "reporting/frmSelectDates.h"
 
 namespace kv {
@@ -125,7 +126,7 @@ void frmGeneral::OpenBatch() {
     if (row < 0) return;
     const std::string batch = batchOfKey(lvwBatches.selectedKey());
     if (lvwBatches.cell(row, 4) != "entered") {
-        rptBatchJournal(session_, session_.BookCode(), batch, batch);
+        module1::rptBatchJournal(session_, session_.BookCode(), batch, batch);
         return;
     }
     frmJournEntry entry(session_);
@@ -141,7 +142,7 @@ void frmGeneral::mnuEnter_1_Click() {
         return;
     }
     const std::string batch = batchOfKey(lvwBatches.selectedKey());
-    rptBatchJournal(session_, session_.BookCode(), batch, batch);
+    module1::rptBatchJournal(session_, session_.BookCode(), batch, batch);
 }
 
 void frmGeneral::mnuEnter_4_Click() {

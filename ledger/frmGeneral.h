@@ -29,7 +29,6 @@ public:
 protected:
     void Form_Load() override;
     void Form_KeyPress(int& KeyAscii) override;
-    void Form_Activate() override { run("Form_Activate", [this] { LoadBatches(); }); }
 
 private:
     void LoadBatches();
