@@ -54,8 +54,9 @@ bool Diagnostic::tellsLostServer() const {
     // FreeTDS names a broken line only by numbers of its own: dead process, failed write, unexpected end, closed
     const bool brokenLine = error.number == 20003 || error.number == 20004 || error.number == 20006 ||
                             error.number == 20017 || error.number == 20047;
-    const bool shutDown = state.starts_with("57P0");  // PostgreSQL's word for it
-    return state.starts_with("08") || state == "HYT01" || shutDown || brokenLine;
+    const bool shutDown = state.starts_with("57P0");                  // PostgreSQL's word for it
+    const bool noLine = state.starts_with("08") && state != "08004";  // 08004: it answers, and says no
+    return noLine || state == "HYT01" || shutDown || brokenLine;
 }
 
 std::vector<Diagnostic> diagnosticsOf(SQLSMALLINT kind, SQLHANDLE handle) {
