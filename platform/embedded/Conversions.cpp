@@ -331,7 +331,7 @@ bool textFits(const Type& from, const Type& to) {
 bool numberFits(const Type& from, const Type& to) {
     if (storageOf(from) != storageOf(to)) return false;
     if (from.isInteger() && to.isInteger()) {
-        return to.kind >= from.kind && to.kind != Kind::Bit && from.kind <= to.kind;
+        return to.kind >= from.kind && to.kind != Kind::Bit;
     }
     if (to.kind == Kind::Float) return true;
     if (to.kind == Kind::Real || from.isFloat()) return false;

@@ -1,0 +1,20 @@
+#pragma once
+// Collation: how texts compare: letter case and trailing blanks do not count, accents decide between equal letters.
+
+#include <string_view>
+
+namespace kv::tsql {
+
+/// Below, equal or above 0.
+int compareTexts(std::string_view a, std::string_view b);
+inline bool equalTexts(std::string_view a, std::string_view b) { return compareTexts(a, b) == 0; }
+
+/// Rank of one character: primary (letter without case and accent), then secondary (its accent).
+struct CharacterRank {
+    char32_t primary = 0;
+    char32_t secondary = 0;
+    auto operator<=>(const CharacterRank&) const = default;
+};
+CharacterRank rankOf(char32_t code);
+
+}  // namespace kv::tsql
