@@ -39,9 +39,12 @@ constexpr RefusedFunction kRefusedFunctions[] = {
 
 }  // namespace
 
+/// A condition where a value is wanted is an error at its operator.
 ExprPtr Parser::checkValue(ExprPtr expr) const {
-    if (expr->isCondition()) fail();
-    return expr;
+    if (!expr->isCondition()) return expr;
+    const auto at = std::lower_bound(tokens_.begin(), tokens_.end(), expr->pos.offset,
+                                     [](const Token& t, std::uint32_t offset) { return t.pos.offset < offset; });
+    failAt(static_cast<std::size_t>(at - tokens_.begin()));
 }
 
 ExprPtr Parser::value() { return checkValue(disjunction()); }

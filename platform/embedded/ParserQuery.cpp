@@ -72,7 +72,7 @@ void Parser::queryTail(Query& query, QueryPlace place) {
         ++at_;
         query.clausePos = here();
         query.forClause = word();
-        while (!atEnd() && !isSymbol(')') && !isSymbol(';')) ++at_;
+        while (!atEnd() && !isSymbol(')') && !isSymbol(';')) isSymbol('(') ? skipBrackets() : void(++at_);
     }
     const auto* select = as<SelectBody>(query.body.get());
     const bool limited = query.offset || !query.forClause.empty() || (select && select->top);
