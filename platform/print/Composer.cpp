@@ -1,0 +1,344 @@
+#include "platform/print/Composer.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/base/Text.h"
+#include "platform/print/CellFormat.h"
+
+namespace kv {
+namespace {
+
+constexpr double kCellPad_mm = 1.0;      // beside the texts of neighbouring columns
+constexpr double kRowPad_mm = 0.5;       // a row's height above its lines
+constexpr double kHeadPad_mm = 1.0;      // between a heading's text and its rules
+constexpr double kShareLeast_mm = 20.0;  // what a column without a width gets at least
+constexpr double kShrinkMost = 0.6;      // figures may shrink so far before they become ####
+
+double weightOf(Rule rule) { return rule == Rule::Hair ? 0.1 : rule == Rule::Medium ? 0.4 : 0.2; }
+
+FontSpec fontOf(const Style& style) { return {style.font, style.size_pt, style.bold, style.italic}; }
+
+std::string flat(std::string text) {
+    for (char& c : text) {
+        if (c == '\n' || c == '\r' || c == '\t') c = ' ';
+    }
+    return text;
+}
+
+}  // namespace
+
+Composer::Composer(std::shared_ptr<const Prepared> data, Document& document, TextMeasure& measure, double width_mm)
+    : data_(std::move(data)), document_(document), measure_(measure), width_(width_mm) {
+    const RowContext context(*data_);
+    for (const Column& column : data_->report().columns) {
+        columns_.push_back(column);
+        columns_.back().actual = column.when.empty() || truthOf(column.when.evaluate(context)) ? 0 : -1;
+    }
+    splitColumns();
+    useColumnSet(0);
+}
+
+/// Columns of the template stand in every set, generated ones are dealt out as they fit.
+void Composer::splitColumns() {
+    std::vector<std::size_t> own, made;
+    double fixed = 0;
+    for (std::size_t c = 0; c < columns_.size(); ++c) {
+        if (columns_[c].actual < 0) continue;
+        (columns_[c].generated ? made : own).push_back(c);
+        const bool total = columns_[c].name == "~total";
+        if (!columns_[c].generated && !total) fixed += columns_[c].width > 0 ? columns_[c].width : kShareLeast_mm;
+    }
+    const bool totalLast = !own.empty() && columns_[own.back()].name == "~total";
+    const auto total = totalLast ? std::optional<std::size_t>(own.back()) : std::nullopt;
+    if (totalLast) own.pop_back();
+    if (total) made.push_back(*total);
+    std::size_t at = 0;
+    do {
+        std::vector<std::size_t> set = own;
+        double left = width_ - fixed;
+        do {
+            if (at >= made.size()) break;
+            set.push_back(made[at]);
+            left -= columns_[made[at++]].width;
+        } while (at < made.size() && columns_[made[at]].width <= left + 0.01);
+        sets_.push_back(std::move(set));
+    } while (at < made.size());
+}
+
+void Composer::useColumnSet(std::size_t set) {
+    shown_ = sets_[set];
+    spreadColumns(shown_);
+}
+
+void Composer::spreadColumns(const std::vector<std::size_t>& set) {
+    double fixed = 0;
+    int sharing = 0;
+    for (const std::size_t c : set) {
+        fixed += columns_[c].width;
+        if (columns_[c].width <= 0) ++sharing;
+    }
+    const double share = sharing == 0 ? 0 : std::max(kShareLeast_mm, (width_ - fixed) / sharing);
+    double x = 0;
+    for (const std::size_t c : set) {
+        columns_[c].left = x;
+        columns_[c].actual = columns_[c].width > 0 ? columns_[c].width : share;
+        x += columns_[c].actual;
+    }
+}
+
+/// The outer columns are flush with the page's margins.
+Composer::Cell Composer::cellOf(const Column& column) const {
+    const bool first = column.left <= 0.001;
+    const bool last = column.left + column.actual >= width_ - 0.01;
+    const double from = column.left + (first ? 0 : kCellPad_mm);
+    return {from, column.left + column.actual - (last ? 0 : kCellPad_mm) - from};
+}
+
+const Column* Composer::columnNamed(const std::string& name) const {
+    for (const std::size_t c : shown_) {
+        if (equalsNoCase(columns_[c].name, name)) return &columns_[c];
+    }
+    return nullptr;
+}
+
+const Style& Composer::style(int index, int otherwise) const {
+    const std::vector<Style>& styles = data_->report().styles;
+    return styles[static_cast<std::size_t>(index >= 0 ? index : std::max(otherwise, 0))];
+}
+
+int Composer::conditional(const std::vector<Condition>& conditions, const RowContext& context, int otherwise) const {
+    for (const Condition& c : conditions) {
+        if (truthOf(c.when.evaluate(context))) return c.style;
+    }
+    return otherwise;
+}
+
+Composer::Drawn Composer::drawn(const Value& value, const std::string& format, const Style& look, TextAlign align,
+                                bool tabular) const {
+    Drawn out;
+    out.number = value.isNumber() && !std::holds_alternative<bool>(value.raw());
+    out.text = formatCell(value, format.empty() ? look.format : format);
+    out.font = fontOf(look);
+    if (align == TextAlign::Auto) align = look.align;
+    if (align == TextAlign::Auto) align = out.number && tabular ? TextAlign::Right : TextAlign::Left;
+    out.align = align;
+    return out;
+}
+
+void Composer::fit(Drawn& it, double width) {
+    const double measured = measure_.width(it.font, it.text);
+    if (measured <= width + 0.05 || width <= 0) return;
+    if (!it.number) {
+        it.text = measure_.elided(it.font, it.text, width);
+        return;
+    }
+    const double scale = width / measured;
+    if (scale >= kShrinkMost) {
+        it.font.size_pt = std::floor(it.font.size_pt * scale * 10) / 10;
+    } else {
+        // a figure that is cut would be read as another figure
+        const double mark = measure_.width(it.font, "#");
+        it.text.assign(static_cast<std::size_t>(std::max(1.0, width / mark)), '#');
+    }
+}
+
+void Composer::put(Block& block, const Drawn& it, int color, std::int16_t band, double x, double y, double w,
+                   double h) {
+    if (it.text.empty()) return;
+    TextRun run;
+    run.x = static_cast<float>(x);
+    run.y = static_cast<float>(y);
+    run.width = static_cast<float>(w);
+    run.height = static_cast<float>(h);
+    run.text = it.text;
+    run.font = document_.fontIndex(it.font);
+    run.color = color;
+    run.align = it.align;
+    run.band = band;
+    // the closing bracket of a negative figure hangs out, so that the digits stay in line
+    const bool hangs = it.number && it.align == TextAlign::Right && it.text.back() == ')';
+    if (hangs) run.width += static_cast<float>(measure_.width(it.font, ")"));
+    block.content.runs.push_back(std::move(run));
+}
+
+void Composer::rule(Block& block, Rule kind, std::int16_t band, double x, double y, double w, int color) {
+    if (kind == Rule::None || w <= 0) return;
+    const double weight = weightOf(kind);
+    Shape line;
+    line.x = static_cast<float>(x);
+    line.y = static_cast<float>(y - weight / 2);
+    line.width = static_cast<float>(w);
+    line.height = static_cast<float>(weight);
+    line.fill = color;
+    line.band = band;
+    block.content.shapes.push_back(line);
+    if (kind != Rule::Double) return;
+    line.y += 0.6F;
+    block.content.shapes.push_back(line);
+}
+
+void Composer::drillOf(Block& block, const Drill& drill, const RowContext& context, double x, double y, double w,
+                       double h) {
+    if (drill.screen.empty()) return;
+    Link link;
+    link.x = static_cast<float>(x);
+    link.y = static_cast<float>(y);
+    link.width = static_cast<float>(w);
+    link.height = static_cast<float>(h);
+    link.screen = drill.screen;
+    link.key = drill.key.evaluate(context).text();
+    if (!link.key.empty()) block.content.links.push_back(std::move(link));
+}
+
+Block Composer::headings(const RowContext& context) {
+    Block block;
+    if (shown_.empty()) return block;
+    const std::int16_t band = document_.bandIndex("headings");
+    const Style& look = style(data_->report().detail.headingStyle);
+    const FontSpec font = fontOf(look);
+    const double line = lineHeight_mm(look.size_pt);
+    std::vector<std::vector<std::string>> texts;
+    std::size_t most = 1;
+    for (const std::size_t c : shown_) {
+        const std::string text = columns_[c].heading.evaluate(context).text();
+        texts.push_back(measure_.lines(font, text, cellOf(columns_[c]).width));
+        most = std::max(most, texts.back().size());
+    }
+    const double pad = look.above == Rule::None && look.below == Rule::None ? kRowPad_mm / 2 : kHeadPad_mm;
+    block.height = static_cast<double>(most) * line + 2 * pad + 0.6;
+    for (std::size_t i = 0; i < shown_.size(); ++i) {
+        const Column& column = columns_[shown_[i]];
+        const Cell cell = cellOf(column);
+        double y = pad + static_cast<double>(most - texts[i].size()) * line;
+        for (const std::string& text : texts[i]) {
+            Drawn it{text, font, column.align, false};
+            if (it.align == TextAlign::Auto) it.align = style(column.style).align;
+            if (it.align == TextAlign::Auto)
+                it.align = !column.total.empty() || !column.format.empty() ? TextAlign::Right : TextAlign::Left;
+            put(block, it, look.color, band, cell.x, y, cell.width, line);
+            y += line;
+        }
+    }
+    const Column& last = columns_[shown_.back()];
+    const double wide = last.left + last.actual;
+    if (look.fill != kNoColor) {
+        Shape back{0, 0,   static_cast<float>(wide), static_cast<float>(block.height - 0.6), look.fill, kNoColor,
+                   0, band};
+        block.content.shapes.insert(block.content.shapes.begin(), back);
+    }
+    rule(block, look.above, band, 0, 0, wide, look.color);
+    rule(block, look.below, band, 0, block.height - 0.6, wide, look.color);
+    return block;
+}
+
+Block Composer::row(const RowContext& context, bool afterSame, bool striped) {
+    Block block;
+    if (shown_.empty()) return block;
+    const Detail& detail = data_->report().detail;
+    const std::int16_t band = document_.bandIndex("detail");
+    const int rowStyle = conditional(detail.conditions, context, detail.rowStyle);
+    struct Part {
+        const Column* column;
+        Cell cell;
+        Drawn it;
+        std::vector<std::string> lines;
+        int color;
+    };
+    std::vector<Part> parts;
+    double height = lineHeight_mm(style(detail.rowStyle).size_pt);
+    RowContext before = context;
+    if (before.row > 0) --before.row;
+    for (const std::size_t c : shown_) {
+        const Column& column = columns_[c];
+        const Value value = column.value.evaluate(context);
+        if (column.hideRepeated && afterSame && compareValues(value, column.value.evaluate(before)) == 0) continue;
+        const bool ownRow = rowStyle != detail.rowStyle || column.style < 0;
+        const Style& look = style(conditional(column.conditions, context, ownRow ? rowStyle : column.style));
+        TextAlign align = column.align;
+        if (align == TextAlign::Auto && column.style >= 0) align = style(column.style).align;
+        const std::string& format =
+            column.format.empty() && column.style >= 0 ? style(column.style).format : column.format;
+        Part part{&column, cellOf(column), drawn(value, format, look, align, true), {}, look.color};
+        if (part.it.text.empty()) continue;
+        if (column.wrap && !part.it.number) {
+            part.lines = measure_.lines(part.it.font, part.it.text, part.cell.width);
+        } else {
+            part.it.text = flat(std::move(part.it.text));
+            fit(part.it, part.cell.width);
+            part.lines = {part.it.text};
+        }
+        height = std::max(height, static_cast<double>(part.lines.size()) * lineHeight_mm(look.size_pt));
+        parts.push_back(std::move(part));
+    }
+    block.height = height + kRowPad_mm;
+    const Column& last = columns_[shown_.back()];
+    const double wide = last.left + last.actual;
+    const Style& rowLook = style(rowStyle);
+    const int back = rowLook.fill != kNoColor ? rowLook.fill : striped ? detail.stripe : kNoColor;
+    if (back != kNoColor) {
+        block.content.shapes.push_back(
+            {0, 0, static_cast<float>(wide), static_cast<float>(block.height), back, kNoColor, 0, band});
+    }
+    for (Part& part : parts) {
+        double y = kRowPad_mm / 2;
+        const double line = lineHeight_mm(part.it.font.size_pt);
+        // a line that shrank stays on the row's common middle
+        const double box = part.lines.size() == 1 ? lineHeight_mm(rowLook.size_pt) : line;
+        for (std::string& text : part.lines) {
+            part.it.text = std::move(text);
+            put(block, part.it, part.color, band, part.cell.x, y, part.cell.width, box);
+            y += line;
+        }
+        drillOf(block, part.column->drill, context, part.column->left, 0, part.column->actual, block.height);
+    }
+    drillOf(block, detail.band.drill, context, 0, 0, wide, block.height);
+    rule(block, detail.rules, band, 0, block.height, wide, 0xb8b8b8);
+    return block;
+}
+
+double Composer::totalsRow(Block& block, const Expression& label, const RowContext& context, int scope, int styleIndex,
+                           std::int16_t band, double y) {
+    const Style& look = style(styleIndex);
+    const std::vector<Expression>& totals = data_->columnTotals(scope);
+    const double line = lineHeight_mm(look.size_pt);
+    const double pad = look.above == Rule::None ? kRowPad_mm / 2 : 0.5;
+    double labelEnd = width_;
+    for (const std::size_t c : shown_) {
+        if (totals[c].empty()) continue;
+        const Column& column = columns_[c];
+        const Cell cell = cellOf(column);
+        labelEnd = std::min(labelEnd, cell.x - kCellPad_mm);
+        const std::string& format =
+            column.format.empty() && column.style >= 0 ? style(column.style).format : column.format;
+        Drawn it = drawn(totals[c].evaluate(context), format, look, column.align, true);
+        if (column.align == TextAlign::Auto) it.align = TextAlign::Right;
+        fit(it, cell.width);
+        rule(block, look.above, band, cell.x, y, cell.width, look.color);
+        put(block, it, look.color, band, cell.x, y + pad, cell.width, line);
+        rule(block, look.below, band, cell.x, y + pad + line + 0.3, cell.width, look.color);
+    }
+    Drawn it = drawn(flat(label.evaluate(context).text()), "", look, TextAlign::Left, false);
+    fit(it, labelEnd);
+    put(block, it, look.color, band, 0, y + pad, labelEnd, line);
+    return pad + line + kRowPad_mm / 2 + (look.below == Rule::None ? 0 : look.below == Rule::Double ? 1.2 : 0.6);
+}
+
+Block Composer::carried(const Expression& label, const RowContext& context, int scope) {
+    Block block;
+    const int look = data_->report().styleIndex("carried");
+    block.height = totalsRow(block, label, context, scope, look, document_.bandIndex("carried"), 0);
+    return block;
+}
+
+Block Composer::note(const std::string& text) {
+    Block block;
+    const Style& look = style(data_->report().detail.rowStyle);
+    const double line = lineHeight_mm(look.size_pt);
+    put(block, {text, fontOf(look), TextAlign::Left, false}, look.color, document_.bandIndex("detail"), 0, line, width_,
+        line);
+    block.height = 3 * line;
+    return block;
+}
+
+}  // namespace kv

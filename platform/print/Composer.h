@@ -1,0 +1,85 @@
+#pragma once
+// Composer: turns bands and table rows of one report into blocks: things placed relative to an upper left corner.
+
+#include "platform/print/Document.h"
+#include "platform/print/Prepared.h"
+#include "platform/print/TextMeasure.h"
+
+namespace kv {
+
+/// A text that waits for the number of pages.
+struct LateText {
+    std::size_t run = 0;
+    const Item* item = nullptr;
+    std::shared_ptr<const Prepared> data;
+    RowContext context;
+};
+
+struct Block {
+    double height = 0;
+    Page content;
+    std::vector<LateText> late;
+    std::vector<const Item*> subreports;  ///< laid out below the block, in order
+};
+
+class Composer {
+public:
+    Composer(std::shared_ptr<const Prepared> data, Document& document, TextMeasure& measure, double width_mm);
+
+    /// The columns shown side by side; a cross-tab too wide for the page has several such sets.
+    std::size_t columnSets() const { return sets_.size(); }
+    void useColumnSet(std::size_t set);
+
+    /// `full`: every line takes its room, shown or not (for reserving room at the page's foot).
+    Block band(const Band& band, const RowContext& context, int totalsScope, bool full = false);
+    Block headings(const RowContext& context);
+    Block row(const RowContext& context, bool afterSame, bool striped);
+    Block carried(const Expression& label, const RowContext& context, int scope);
+    Block note(const std::string& text);
+
+private:
+    struct Cell {
+        double x = 0;
+        double width = 0;
+    };
+    struct Drawn {
+        std::string text;
+        FontSpec font;
+        TextAlign align = TextAlign::Left;
+        bool number = false;
+    };
+
+    void splitColumns();
+    void spreadColumns(const std::vector<std::size_t>& set);
+    Cell cellOf(const Column& column) const;
+    const Column* columnNamed(const std::string& name) const;
+    const Style& style(int index, int otherwise = 0) const;
+    int conditional(const std::vector<Condition>& conditions, const RowContext& context, int otherwise) const;
+
+    double totalsRow(Block& block, const Expression& label, const RowContext& context, int scope, int styleIndex,
+                     std::int16_t band, double y);
+    void textItem(Block& block, const Item& item, const RowContext& context, std::int16_t band, double y,
+                  double& height);
+    double textHeight(const Item& item, const std::string& text, double width) const;
+    void shapeItem(Block& block, const Item& item, const RowContext& context, std::int16_t band, double y);
+    void barcodeItem(Block& block, const Item& item, const std::string& text, std::int16_t band, double y);
+    void drillOf(Block& block, const Drill& drill, const RowContext& context, double x, double y, double w, double h);
+
+    void put(Block& block, const Drawn& drawn, int color, std::int16_t band, double x, double y, double w, double h);
+    void rule(Block& block, Rule kind, std::int16_t band, double x, double y, double w, int color);
+    Drawn drawn(const Value& value, const std::string& format, const Style& style, TextAlign align, bool tabular) const;
+    /// Makes the text fit: figures shrink, texts are cut.
+    void fit(Drawn& drawn, double width);
+    double boxWidth(const Item& item) const;
+    double boxLeft(const Item& item) const;
+
+    std::shared_ptr<const Prepared> data_;
+    Document& document_;
+    TextMeasure& measure_;
+    double width_;
+    std::vector<Column> columns_;  ///< with their places
+    std::vector<std::vector<std::size_t>> sets_;
+    std::vector<std::size_t> shown_;
+};
+
+}  // namespace kv

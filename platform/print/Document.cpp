@@ -1,0 +1,69 @@
+#include "platform/print/Document.h"
+
+#include <algorithm>
+
+#include "platform/base/Text.h"
+
+namespace kv {
+namespace {
+
+std::string mm(double value) { return Format(value, "0.0"); }
+
+std::string place(const Document& document, std::int16_t band, double x, double y) {
+    std::string line = document.bands[static_cast<std::size_t>(band)];
+    line.resize(std::max<std::size_t>(line.size(), 18), ' ');
+    const std::string left = mm(x), top = mm(y);
+    line += std::string(left.size() < 7 ? 7 - left.size() : 0, ' ') + left;
+    line += std::string(top.size() < 7 ? 7 - top.size() : 0, ' ') + top + "  ";
+    return line;
+}
+
+struct Line {
+    float y, x;
+    std::string text;
+};
+
+}  // namespace
+
+int Document::fontIndex(const FontSpec& font) {
+    const auto known = std::find(fonts.begin(), fonts.end(), font);
+    if (known != fonts.end()) return static_cast<int>(known - fonts.begin());
+    fonts.push_back(font);
+    return static_cast<int>(fonts.size()) - 1;
+}
+
+std::int16_t Document::bandIndex(std::string_view band) {
+    const auto known = std::find(bands.begin(), bands.end(), band);
+    if (known != bands.end()) return static_cast<std::int16_t>(known - bands.begin());
+    bands.emplace_back(band);
+    return static_cast<std::int16_t>(bands.size() - 1);
+}
+
+std::string pageList(const Document& document) {
+    std::string out = "paper " + mm(document.width) + " x " + mm(document.height) + "\n";
+    for (std::size_t p = 0; p < document.pages.size(); ++p) {
+        const Page& page = document.pages[p];
+        out += "page " + std::to_string(p + 1) + "\n";
+        std::vector<Line> lines;
+        for (const Shape& s : page.shapes) {
+            const std::string size = mm(s.width) + " x " + Format(s.height, "0.00");
+            lines.push_back({s.y, s.x, place(document, s.band, s.x, s.y) + "[" + size + "]"});
+        }
+        for (const Picture& s : page.pictures) {
+            lines.push_back({s.y, s.x, place(document, s.band, s.x, s.y) + "[picture " + s.path + "]"});
+        }
+        for (const TextRun& r : page.runs) {
+            if (r.hidden) continue;
+            // a right-aligned text is known by its right edge
+            const bool right = r.align == TextAlign::Right;
+            lines.push_back(
+                {r.y, r.x, place(document, r.band, right ? r.x + r.width : r.x, r.y) + (right ? "> " : "") + r.text});
+        }
+        std::stable_sort(lines.begin(), lines.end(),
+                         [](const Line& a, const Line& b) { return a.y < b.y || (a.y == b.y && a.x < b.x); });
+        for (const Line& line : lines) out += line.text + "\n";
+    }
+    return out;
+}
+
+}  // namespace kv
