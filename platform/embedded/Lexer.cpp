@@ -125,7 +125,6 @@ private:
     }
 
     void keyText(const char* start) {
-        if (isWordByte(*start) && key_ != keyBegin_ && isWordByte(key_[-1])) *key_++ = ' ';
         const auto length = static_cast<std::size_t>(at_ - start);
         std::memcpy(key_, start, length);
         key_ += length;
@@ -138,10 +137,19 @@ private:
             text(start, true);
             return;
         }
-        while (at_ < end_ && isWordByte(*at_)) ++at_;
+        wordBytes();
         checkLength(start);
         push(TokenKind::Word, start);
-        keyText(start);
+    }
+
+    /// Moves over a word and copies it to the key, apart from a word before it.
+    void wordBytes() {
+        if (key_ != keyBegin_ && isWordByte(key_[-1])) *key_++ = ' ';
+        const char* at = at_;
+        char* key = key_;
+        while (at < end_ && isWordByte(*at)) *key++ = *at++;
+        at_ = at;
+        key_ = key;
     }
 
     void checkLength(const char* start) const {
@@ -152,10 +160,8 @@ private:
     void variable() {
         const char* start = at_;
         const bool system = peek() == '@';
-        at_ += system ? 2 : 1;
-        while (at_ < end_ && isWordByte(*at_)) ++at_;
+        wordBytes();
         push(system ? TokenKind::System : TokenKind::Variable, start);
-        keyText(start);
     }
 
     void quoted(char close) {
