@@ -11,11 +11,11 @@
 namespace kv {
 
 struct EmbeddedOptions {
-    std::string file;                                ///< path of the database file; ":memory:" for a private one
-    bool create = true;                              ///< false: a missing file raises 53
-    std::string defaultDatabase = "ACCOUNTING";      ///< the database whose tables need no prefix in the file
-    int busyWaitMs = 20'000;                         ///< how long a writer waits for another process before 1222
-    bool statementCache = true;                      ///< false: every text is compiled anew (tests)
+    std::string file;                            ///< path of the database file; ":memory:" for a private one
+    bool create = true;                          ///< false: a missing file raises 53
+    std::string defaultDatabase = "ACCOUNTING";  ///< the database whose tables need no prefix in the file
+    int busyWaitMs = 20'000;                     ///< how long a writer waits for another process before 1222
+    bool statementCache = true;                  ///< false: every text is compiled anew (tests)
 };
 
 /// Opens a database file. Raises kv::Error: 53 (missing), 75 (cannot be opened), 824 (damaged or no database).
@@ -25,6 +25,9 @@ std::unique_ptr<Connection> openEmbedded(const EmbeddedOptions& options);
 class EmbeddedServices {
 public:
     virtual ~EmbeddedServices() = default;
+
+    /// Runs a batch and gives what came before an error too: all result sets and all messages, errors among them.
+    virtual bool runBatch(std::string_view batch, std::vector<ResultSet>& results, std::vector<DbError>& messages) = 0;
 
     /// Compiles every statement of a batch without running it: bodies of CREATE PROCEDURE, FUNCTION, VIEW and TRIGGER
     /// too. Gives the errors in order (empty: all compiles). Tables that the batch itself creates are known to it.

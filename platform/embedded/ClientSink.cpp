@@ -1,0 +1,56 @@
+#include "platform/embedded/ClientSink.h"
+
+#include <cmath>
+
+namespace kv::tsql {
+namespace {
+
+/// The common kinds without a detour over Datum.
+Value clientColumn(sqlite3_stmt* stmt, int index, const Type& type) {
+    const int stored = sqlite3_column_type(stmt, index);
+    if (stored == SQLITE_NULL) return {};
+    if (stored == SQLITE_INTEGER && type.isInteger() && type.kind != Kind::Bit) {
+        return Value(static_cast<std::int64_t>(sqlite3_column_int64(stmt, index)));
+    }
+    if (stored == SQLITE_TEXT && type.isText()) {
+        const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(stmt, index));
+        return Value(std::string(bytes, static_cast<std::size_t>(sqlite3_column_bytes(stmt, index))));
+    }
+    if (stored == SQLITE_FLOAT && type.isMoney()) {
+        return Value(Money::fromUnits(std::llround(sqlite3_column_double(stmt, index) * Money::kUnitsPerOne)));
+    }
+    return clientValue(columnDatum(stmt, index), type);
+}
+
+}  // namespace
+
+void ClientSink::begin(const std::vector<OutColumn>& columns) {
+    ResultSet set;
+    for (const OutColumn& column : columns) {
+        Field field;
+        field.name = column.name;
+        field.type = dataTypeOf(column.type);
+        field.size = column.type.isText() ? displaySize(column.type) : 0;
+        field.scale = column.type.isDecimal() ? column.type.scale : 0;
+        set.fields.push_back(std::move(field));
+    }
+    results_.push_back(std::move(set));
+}
+
+void ClientSink::row(sqlite3_stmt* stmt, const std::vector<OutColumn>& columns) {
+    Row row;
+    row.reserve(columns.size());
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        row.push_back(clientColumn(stmt, static_cast<int>(i), columns[i].type));
+    }
+    results_.back().rows.push_back(std::move(row));
+}
+
+void DatumSink::row(sqlite3_stmt* stmt, const std::vector<OutColumn>& columns) {
+    std::vector<Datum> row;
+    row.reserve(columns.size());
+    for (std::size_t i = 0; i < columns.size(); ++i) row.push_back(columnDatum(stmt, static_cast<int>(i)));
+    sets.back().rows.push_back(std::move(row));
+}
+
+}  // namespace kv::tsql

@@ -1,0 +1,176 @@
+// The interpreter's triggers: the rows of a statement are captured as it changes them, then the bodies run.
+
+#include <algorithm>
+
+#include "platform/embedded/Interp.h"
+
+namespace kv::tsql {
+namespace {
+
+constexpr const char* kSavepoint = "kv_statement";
+
+std::string captureName(const Object& table, bool inserted) {
+    return (inserted ? "kv_inserted$" : "kv_deleted$") + std::to_string(table.id);
+}
+
+/// Column definitions of a capture table: the table's columns without keys, in its order.
+std::string captureColumns(const Object& table) {
+    std::string sql;
+    for (const ColumnInfo& column : table.columns) {
+        sql += (sql.empty() ? "" : ", ") + quoted(column.name) + " " + std::string(sqliteTypeOf(column.type));
+        if (column.type.isText()) sql += " COLLATE CI";
+    }
+    return sql;
+}
+
+std::string captureTrigger(const Object& table, const char* event) {
+    std::string oldValues;
+    std::string newValues;
+    for (const ColumnInfo& column : table.columns) {
+        oldValues += (oldValues.empty() ? "old." : ", old.") + quoted(column.name);
+        newValues += (newValues.empty() ? "new." : ", new.") + quoted(column.name);
+    }
+    const std::string kind = event;
+    std::string sql = "CREATE TEMP TRIGGER IF NOT EXISTS " + quoted("kv_capture$" + std::to_string(table.id) + kind) +
+                      " AFTER " + kind + " ON main." + quoted(table.physical) + " WHEN kv_capture(" +
+                      std::to_string(table.id) + ") BEGIN ";
+    if (kind != "INSERT") sql += "INSERT INTO " + quoted(captureName(table, false)) + " VALUES(" + oldValues + "); ";
+    if (kind != "DELETE") sql += "INSERT INTO " + quoted(captureName(table, true)) + " VALUES(" + newValues + "); ";
+    return sql + "END";
+}
+
+LocalTable captureTable(const Object& table, bool inserted) {
+    auto object = std::make_shared<Object>();
+    object->id = -1'000'000'000 - table.id * 2 - (inserted ? 1 : 0);
+    object->name = inserted ? "inserted" : "deleted";
+    object->physical = captureName(table, inserted);
+    object->temporary = true;
+    object->columns = table.columns;
+    for (ColumnInfo& column : object->columns) column.identity = false;
+    LocalTable local;
+    local.object = object;
+    return local;
+}
+
+bool fires(const CreateTriggerStmt& trigger, const std::string& verb) {
+    if (verb == "INSERT") return trigger.onInsert;
+    return verb == "UPDATE" ? trigger.onUpdate : trigger.onDelete;
+}
+
+}  // namespace
+
+void Interp::prepareCapture(const Object& table) {
+    if (session_.captures.count(table.physical)) return;
+    for (const bool inserted : {true, false}) {
+        execSql(session_.db(), "DROP TABLE IF EXISTS temp." + quoted(captureName(table, inserted)));
+        execSql(session_.db(),
+                "CREATE TEMP TABLE " + quoted(captureName(table, inserted)) + "(" + captureColumns(table) + ") STRICT");
+    }
+    for (const char* event : {"INSERT", "UPDATE", "DELETE"}) {
+        execSql(session_.db(),
+                "DROP TRIGGER IF EXISTS temp." + quoted("kv_capture$" + std::to_string(table.id) + event));
+        execSql(session_.db(), captureTrigger(table, event));
+    }
+    session_.captures[table.physical] = nullptr;
+}
+
+void Interp::runWithTriggers(DmlPlan& plan, const char* verb, const std::vector<ObjectPtr>& triggers) {
+    const Object& table = *plan.target;
+    std::vector<ObjectPtr> firing;
+    for (const ObjectPtr& trigger : triggers) {
+        // A trigger does not fire itself again.
+        const bool active =
+            std::find(activeTriggers_.begin(), activeTriggers_.end(), trigger->id) != activeTriggers_.end();
+        const Module& module = moduleOf(*trigger);
+        if (!active && fires(*module.trigger, verb)) firing.push_back(trigger);
+    }
+    if (firing.empty()) return runDmlPlain(plan, verb);
+    prepareCapture(table);
+    LocalTable inserted = captureTable(table, true);
+    LocalTable deleted = captureTable(table, false);
+    const auto clear = [&] {
+        execSql(session_.db(), "DELETE FROM temp." + quoted(inserted.object->physical));
+        execSql(session_.db(), "DELETE FROM temp." + quoted(deleted.object->physical));
+    };
+    clear();
+    execSql(session_.db(), std::string("SAVEPOINT ") + kSavepoint);
+    LocalTable* outerInserted = inserted_;
+    LocalTable* outerDeleted = deleted_;
+    const std::int64_t outerCapture = capture_;
+    const int outerTran = session_.tranCount();
+    const bool outerAbort = session_.xactAbort;
+    const auto restore = [&] {
+        inserted_ = outerInserted;
+        deleted_ = outerDeleted;
+        capture_ = outerCapture;
+        session_.xactAbort = outerAbort;
+    };
+    int rows = 0;
+    try {
+        capture_ = table.id;
+        runDmlPlain(plan, verb);
+        capture_ = 0;
+        rows = rowCount_;
+        const std::int64_t identity = sqlite3_last_insert_rowid(session_.db());
+        inserted_ = &inserted;
+        deleted_ = &deleted;
+        if (outerTran == 0) session_.setTranCount(1);
+        for (const ObjectPtr& trigger : firing) {
+            runTrigger(trigger);
+            if (session_.tranCount() == 0) break;
+        }
+        sqlite3_set_last_insert_rowid(session_.db(), identity);
+    } catch (...) {
+        restore();
+        if (outerTran == 0) session_.setTranCount(0);
+        if (!sqlite3_get_autocommit(session_.db())) {
+            sqlite3_exec(session_.db(), "ROLLBACK TO kv_statement; RELEASE kv_statement", nullptr, nullptr, nullptr);
+        }
+        throw;
+    }
+    restore();
+    if (session_.tranCount() == 0) throw sqlError(3609);
+    if (outerTran == 0) session_.setTranCount(0);
+    clear();
+    execSql(session_.db(), std::string("RELEASE ") + kSavepoint);
+    rowCount_ = rows;
+    affected_ = rows;
+}
+
+void Interp::compileTrigger(const Object& trigger, const Module& module) {
+    const ObjectPtr table = catalog().byId(trigger.parent);
+    prepareCapture(*table);
+    LocalTable inserted = captureTable(*table, true);
+    LocalTable deleted = captureTable(*table, false);
+    inserted_ = &inserted;
+    deleted_ = &deleted;
+    compileList(module.body());
+    session_.captures.clear();
+}
+
+void Interp::runTrigger(const ObjectPtr& trigger) {
+    const Module& module = moduleOf(*trigger);
+    Frame frame;
+    frame.scope = &module.variables;
+    frame.variables.resize(module.variables.size());
+    frame.database = trigger->database;
+    frame.procedure = trigger->name;
+    frame.objectId = trigger->id;
+    frame.trigger = true;
+    struct Leave {
+        Interp& interp;
+        Frame& frame;
+        std::vector<std::int64_t>& active;
+        ~Leave() {
+            interp.leave(frame);
+            active.pop_back();
+        }
+    };
+    enter(frame);
+    activeTriggers_.push_back(trigger->id);
+    const Leave guard{*this, frame, activeTriggers_};
+    session_.xactAbort = true;
+    statements(module.body());
+}
+
+}  // namespace kv::tsql
