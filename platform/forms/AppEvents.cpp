@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QScopedValueRollback>
 #include <QShortcutEvent>
@@ -114,7 +115,7 @@ bool clickRefused(QWidget* widget) {
 }
 
 /// An accelerator. Where two forms mean the same key the one in front takes it, then the shell.
-bool shortcutRefused(QObject* object, QShortcutEvent& event) {
+bool shortcutRefused(QObject* object, const QShortcutEvent& event) {
     if (event.isAmbiguous()) {
         Form* front = Form::active();
         if (front && front->impl().shortcutPressed(event.key())) return true;
@@ -133,7 +134,16 @@ bool shortcutRefused(QObject* object, QShortcutEvent& event) {
 
 bool AppEvents::notify(QObject* object, QEvent* event) {
     const auto type = event->type();
-    if (type == QEvent::Shortcut && shortcutRefused(object, *static_cast<QShortcutEvent*>(event))) return true;
+    if (type == QEvent::Shortcut) {
+        const auto& shortcut = *static_cast<QShortcutEvent*>(event);
+        if (shortcutRefused(object, shortcut)) return true;
+        // the toolkit would press it down first and click it a tenth of a second later
+        if (auto* button = qobject_cast<QPushButton*>(object); button && !shortcut.isAmbiguous()) {
+            button->setFocus(Qt::ShortcutFocusReason);
+            button->click();
+            return true;
+        }
+    }
     if (!object->isWidgetType()) return QApplication::notify(object, event);
     auto* widget = static_cast<QWidget*>(object);
     if (type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick) {

@@ -69,7 +69,7 @@ public:
     std::function<void(int row, int col)> browse;
     std::function<void(int row, int col)> entered;  ///< the current cell changed
     std::function<void(int row, int col)> editorShown;
-    std::function<std::pair<int, int>(int row, int col)> next;  ///< where Enter goes; may add a row
+    std::function<std::pair<int, int>(int row, int col)> next;  ///< where Enter goes; may add a row; row below 1: on to the next control
     std::function<bool(std::string key)> keyDown;               ///< F-keys by name; true: handled
     std::function<void(int row, int col)> doubleClicked;
     std::function<void(int col)> columnClicked;

@@ -2,6 +2,7 @@
 #include <QCoreApplication>
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QScopedValueRollback>
 
 #include "platform/base/Text.h"
 #include "platform/forms/GridView.h"
@@ -173,7 +174,7 @@ bool GridView::blockKey(const QKeyEvent& event) {
         copyRows();
         return true;
     }
-    return event.matches(QKeySequence::Paste) && pasteBlock();
+    return event.matches(QKeySequence::Paste) && paste();
 }
 
 void GridView::keyPressEvent(QKeyEvent* event) {
@@ -206,9 +207,17 @@ void GridView::enter() {
         to = {row, col};
         guard_("NextCell", [&] { to = grid_.next(row, col); });
     }
-    if (to.first < 1 || to.first > lastRow() || !isCurrent(row, col)) return;
+    if (!isCurrent(row, col)) return;
+    if (to.first < 1 || to.first > lastRow()) return moveOn();
     if (to == std::pair(row, col)) editor_->selectAll();
     place(to.first, to.second);
+}
+
+/// Enter behind the last cell goes on to the next control, as in any other field; the cell is committed already.
+void GridView::moveOn() {
+    const QScopedValueRollback<bool> guard(committed_, true);
+    QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier, QStringLiteral("\t"));
+    QCoreApplication::sendEvent(window()->focusWidget(), &tab);
 }
 
 std::pair<int, int> GridView::following() const {
@@ -253,10 +262,16 @@ void GridView::copyRows() const {
     setClipboard(join(lines, "\n"));
 }
 
-bool GridView::pasteBlock() {
-    if (!grid_.pasted) return false;
-    Block block = blockOf(clipboard());
-    if (block.empty()) return false;
+bool GridView::paste() {
+    std::string text = clipboard();
+    Block block = blockOf(text);
+    if (block.empty() || !grid_.pasted) {
+        if (!open_) return false;
+        text = replaceAll(text, "\r\n", "\n");
+        if (!text.empty() && text.back() == '\n') text.pop_back();
+        editor_->insert(qs(replaceAll(replaceAll(text, "\n", " "), "\t", " ")));
+        return true;
+    }
     const int row = row_;
     const int col = col_;
     markRows(0, 0);

@@ -183,6 +183,7 @@ void GridView::openEditor() {
     browse_->setVisible(searched);
     editor_->setTextMargins(kCellPadding_px - 3, 0, searched ? 0 : kCellPadding_px - 2, 0);
     open_ = true;
+    ++opened_;
     show(model_.text(row_ - 1, col_));
     layEditor();
     box_->show();
@@ -216,9 +217,10 @@ void GridView::layEditor() {
 bool GridView::commit() {
     if (validating_) return false;
     refused_ = false;
-    if (!open_) return true;
+    if (!open_ || committed_) return true;
     const int row = row_;
     const int col = col_;
+    const int opened = opened_;
     const QString typed = editor_->text();
     std::string text = toStd(typed);
     if (grid_.validate) {
@@ -234,7 +236,7 @@ bool GridView::commit() {
             return false;
         }
     }
-    if (!open_ || !isCurrent(row, col)) return true;  // the owner took the row away or moved on
+    if (!open_ || !isCurrent(row, col) || opened != opened_) return true;  // the owner took the row away or moved on
     if (text == toStd(typed)) text = toStd(editor_->text());
     if (grid_.display) guard_("AfterValidate", [&] { text = grid_.display(col, text); });
     model_.setText(row - 1, col, qs(text));

@@ -91,11 +91,12 @@ private:
     bool ownerKey(const QKeyEvent& event);
     void editorFocusOut(Qt::FocusReason reason);
     void enter();
+    void moveOn();
     std::pair<int, int> following() const;
     int openColumn(int from, int step) const;
     void markRows(int from, int to);
     void copyRows() const;
-    bool pasteBlock();
+    bool paste();
     void layEditor();
     void show(const QString& text);
     int pageRows() const;
@@ -112,6 +113,8 @@ private:
     int col_ = 0;
     bool open_ = false;
     bool validating_ = false;
+    bool committed_ = false;  ///< Enter has committed the cell that it is about to leave
+    int opened_ = 0;        ///< counts the openings, so that a commit notices that the owner changed the cell under it
     bool refused_ = false;  ///< the last commit
     bool passing_ = false;  ///< the focus goes from a closing editor to the table, which must not open it again
     int markFrom_ = 0;      ///< marked rows; 0 without

@@ -66,26 +66,25 @@ void ListTable::keyPressEvent(QKeyEvent* event) {
     if (currentRow() != row && currentRow() >= 0 && rowClicked) rowClicked(currentRow());
 }
 
+bool ListTable::tick(const QMouseEvent& event) {
+    const QModelIndex index = indexAt(event.position().toPoint());
+    if (!checks || event.button() != Qt::LeftButton || index.column() != 0) return false;
+    if (!checkBox(index).adjusted(-4, -4, 4, 4).contains(event.position().toPoint())) return false;
+    if (rowChecked) rowChecked(rows_.rowOf(index.row()));
+    return true;
+}
+
 void ListTable::mousePressEvent(QMouseEvent* event) {
+    if (tick(*event)) return;  // the row that is selected stays so
     QTableView::mousePressEvent(event);
     const QModelIndex index = indexAt(event->position().toPoint());
-    if (event->button() != Qt::LeftButton || !index.isValid()) return;
-    const int row = rows_.rowOf(index.row());
-    if (checks && index.column() == 0 && checkBox(index).adjusted(-4, -4, 4, 4).contains(event->position().toPoint())) {
-        if (rowChecked) rowChecked(row);
-    }
-    if (rowClicked && rows_.has(row)) rowClicked(row);
+    if (event->button() == Qt::LeftButton && index.isValid() && rowClicked) rowClicked(rows_.rowOf(index.row()));
 }
 
 void ListTable::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (tick(*event)) return;  // the second of two quick clicks on a check box
     const QModelIndex index = indexAt(event->position().toPoint());
-    if (event->button() != Qt::LeftButton || !index.isValid()) return;
-    const int row = rows_.rowOf(index.row());
-    if (checks && index.column() == 0 && checkBox(index).adjusted(-4, -4, 4, 4).contains(event->position().toPoint())) {
-        if (rowChecked) rowChecked(row);  // the second of two quick clicks on a check box
-        return;
-    }
-    if (rowOpened) rowOpened(row);
+    if (event->button() == Qt::LeftButton && index.isValid() && rowOpened) rowOpened(rows_.rowOf(index.row()));
 }
 
 void ListTable::focusInEvent(QFocusEvent* event) {

@@ -27,6 +27,7 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
 
 private:
+    bool tick(const QMouseEvent& event);
     ListModel& rows_;
 };
 

@@ -49,7 +49,7 @@ namespace {
 const Stage::Kinds kButtons{"CommandButton", "OptionButton", "CheckBox"};
 const Stage::Kinds kFields{"TextBox", "ComboBox", "RichText", "DatePicker", "Grid"};
 const Stage::Kinds kRows{"ListView", "Grid"};
-const Stage::Kinds kTicks{"ListView", "CheckBox", "OptionButton"};
+const Stage::Kinds kTicks{"CheckBox", "OptionButton"};
 
 void press(Performance& show, const PlayLine& line) {
     line.atMost(2);
@@ -195,12 +195,13 @@ void row(Performance& show, const PlayLine& line) { pointAtRow(show, line, &clic
 void open(Performance& show, const PlayLine& line) { pointAtRow(show, line, &doubleClick); }
 
 void tick(Performance& show, const PlayLine& line, bool wanted) {
-    Control& control = show.stage.usable(line.word(1, "the name of a list or check box"), kTicks);
+    const Stage::Kinds kinds = line.has(2) ? Stage::Kinds{"ListView"} : kTicks;
+    Control& control = show.stage.usable(line.word(1, "the name of a list or check box"), kinds);
     auto* list = dynamic_cast<ListView*>(&control);
     if (!list) {
         line.atMost(2);
-        if (isChecked(control).value_or(false) != wanted) clickControl(control);
-        if (isChecked(control).value_or(false) != wanted) throw Failure(control.name() + " did not take the click");
+        if (isChecked(control) != wanted) clickControl(control);
+        if (isChecked(control) != wanted) throw Failure(control.name() + " did not take the click");
         return;
     }
     line.atMost(3);

@@ -180,9 +180,11 @@ void signInAs(Performance& show, const PlayLine& line, std::size_t at, bool refu
     if (Form::shell()) throw Failure("somebody is signed in already");
     const bool up = show.program.start();
     settle();
-    // The dialog may have stayed after a refusal and a later line of the play have signed in.
-    if (show.signing && show.signing->filled && show.signing->refused) return;
-    if (show.signing && !show.signing->filled) throw Failure("expected the sign-in dialog, found that none appeared");
+    // After a refusal the dialog may have stayed, and a later line of the play have signed in.
+    const SignInTry last = *show.signing;
+    if (!last.filled) throw Failure("expected the sign-in dialog, found that none appeared");
+    if (last.refused && up) throw Failure("expected a refused sign-in, found the shell");
+    if (last.refused) return;
     if (!up || !Form::shell()) throw Failure("expected the shell after the sign-in, found none");
 }
 

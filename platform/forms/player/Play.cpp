@@ -13,6 +13,7 @@ namespace kv {
 namespace {
 
 constexpr int kIncludes_max = 20;
+constexpr const char* kPlaced = ": the play cannot be read: ";
 
 bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
 
@@ -61,7 +62,7 @@ std::vector<PlayLine> readWithIncludes(const std::string& file, int depth) {
     try {
         all = readTextFile(file);
     } catch (const Error& error) {
-        throw Failure(file + ": " + error.description);
+        throw Failure(error.description);
     }
     std::vector<PlayLine> lines;
     int number = 0;
@@ -80,8 +81,8 @@ std::vector<PlayLine> readWithIncludes(const std::string& file, int depth) {
             lines.insert(lines.end(), inner.begin(), inner.end());
         } catch (const Failure& failure) {
             const std::string text = failure.what();
-            const bool placed = text.find(".play:") != std::string::npos;
-            throw Failure(placed ? text : file + ":" + std::to_string(number) + ": " + text);
+            const bool placed = text.find(kPlaced) != std::string::npos;
+            throw Failure(placed ? text : file + ":" + std::to_string(number) + kPlaced + text);
         }
     }
     return lines;

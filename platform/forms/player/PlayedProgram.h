@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/base/Date.h"
 #include "platform/data/Connection.h"
@@ -42,6 +43,8 @@ public:
     virtual std::unique_ptr<Connection> connect() = 0;
     /// nullptr while none is shown.
     virtual ShownReport* report() = 0;
+    /// What is wrong with the data after a play, one line each; a play whose lines all held fails by it.
+    virtual std::vector<std::string> unsound() { return {}; }
 };
 
 }  // namespace kv

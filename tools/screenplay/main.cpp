@@ -1,0 +1,121 @@
+// screenplay: plays the program's windows by the names of their controls; see docs/developers for the plays.
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "platform/base/Error.h"
+#include "platform/forms/Application.h"
+#include "platform/forms/player/Player.h"
+#include "tools/screenplay/DemoDatabase.h"
+#include "tools/screenplay/Workstation.h"
+
+namespace {
+
+constexpr const char* kUsage =
+    "usage: screenplay [--data FILE] [--out DIR] [--keep-going] [--show] FILE.play ...\n"
+    "\n"
+    "  --data FILE    the database file; made with the demo hospital when it does not exist\n"
+    "  --data :fresh  each play on a throwaway copy of the demo hospital (the default)\n"
+    "  --out DIR      where pictures, reports and files go; \".\" without it\n"
+    "  --keep-going   goes on with the next play after one that failed\n"
+    "  --show         on the display, where there is one\n";
+
+constexpr const char* kFresh = ":fresh";
+
+struct Arguments {
+    std::string data = kFresh;
+    std::string out = ".";
+    bool keepGoing = false;
+    bool show = false;
+    bool serve = false;  ///< as a further workstation of a play, see Station
+    std::vector<std::string> plays;
+    bool good = true;
+};
+
+Arguments parseArguments(int argc, char** argv) {
+    Arguments given;
+    for (int i = 1; i < argc; ++i) {
+        const std::string word = argv[i];
+        std::string* value = word == "--data" ? &given.data : word == "--out" ? &given.out : nullptr;
+        if (value && i + 1 < argc)
+            *value = argv[++i];
+        else if (word == "--keep-going")
+            given.keepGoing = true;
+        else if (word == "--show")
+            given.show = true;
+        else if (word == "--serve")
+            given.serve = true;
+        else if (word.starts_with("-"))
+            given.good = false;
+        else
+            given.plays.push_back(word);
+    }
+    given.good = given.good && given.plays.empty() == given.serve;
+    return given;
+}
+
+kv::PlayerOptions playerOptions(const Arguments& given, const std::string& dataFile) {
+    kv::PlayerOptions options;
+    options.outFolder = given.out;
+    const std::string self = std::filesystem::read_symlink("/proc/self/exe").string();
+    options.stationCommand = [=, show = given.show, out = given.out](const std::string&) {
+        std::vector<std::string> command{self, "--serve", "--data", dataFile, "--out", out};
+        if (show) command.emplace_back("--show");
+        return command;
+    };
+    return options;
+}
+
+bool playOn(const Arguments& given, const std::string& dataFile, const std::string& play) {
+    kv::Workstation workstation(dataFile);
+    kv::Player player(workstation, playerOptions(given, dataFile));
+    return given.serve ? player.serve() : player.play(play);
+}
+
+bool playOne(const Arguments& given, const std::string& play) {
+    if (given.data == kFresh) {
+        const kv::ThrowawayCopy copy(kv::demoTemplate());
+        return playOn(given, copy.file(), play);
+    }
+    kv::ensureDemo(given.data);
+    return playOn(given, given.data, play);
+}
+
+int playAll(const Arguments& given) {
+    if (given.serve) return playOn(given, given.data, {}) ? 0 : 1;
+    std::size_t held = 0;
+    for (const std::string& play : given.plays) {
+        if (playOne(given, play))
+            ++held;
+        else if (!given.keepGoing)
+            break;
+    }
+    const std::size_t failed = given.plays.size() - held;
+    if (given.plays.size() > 1) std::printf("%zu plays held, %zu did not or were not reached\n", held, failed);
+    return failed ? 1 : 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const Arguments given = parseArguments(argc, argv);
+    if (!given.good) {
+        std::fputs(kUsage, stderr);
+        return 2;
+    }
+    if (!given.show) {
+        setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    }
+    try {
+        const kv::Application application(argc, argv);
+        return playAll(given);
+    } catch (const kv::Error& error) {
+        std::fprintf(stderr, "screenplay: %ld %s\n", error.number, error.description.c_str());
+    } catch (const std::exception& trouble) {
+        std::fprintf(stderr, "screenplay: %s\n", trouble.what());
+    }
+    return 1;
+}
