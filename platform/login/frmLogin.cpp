@@ -22,12 +22,12 @@ frmLogin::frmLogin(const LoginOptions& options, std::string deptCode)
     lblWelcome.look(Label::Look::Hint);
     lblCapsLock.look(Label::Look::Hint);
     lblHint.setAlert(true);
-    txtEmployeeCode.code().maxLength(15).width(24);
-    txtPassword.password().maxLength(kPasswordMax).width(24);
-    cboSource.width(24);
-    txtServer.maxLength(128).width(24).placeholder("server, server\\instance or server,port");
-    txtSQLUser.maxLength(128).width(24).placeholder("empty: this computer's own identity");
-    txtSQLPassword.password().maxLength(kPasswordMax).width(24);
+    txtEmployeeCode.code().maxLength(15);
+    txtPassword.password().maxLength(kPasswordMax);
+    cboSource.width(37);
+    txtServer.maxLength(128);
+    txtSQLUser.maxLength(128).placeholder("empty: this computer's own identity");
+    txtSQLPassword.password().maxLength(kPasswordMax);
     cmdOK.primary();
     cmdCancel.cancels();
     layOut();
@@ -46,8 +46,8 @@ void frmLogin::layOut() {
             {"Ser&ver:", txtServer},
             {"SQL &user:", txtSQLUser},
             {"SQL pass&word:", txtSQLPassword},
+            {"", lblHint},
         }),
-        lblHint,
         prgPrepare,
         stretch(),
         buttons({cmdOK, cmdCancel}),
@@ -87,9 +87,9 @@ void frmLogin::Form_Load() {
     showSourceFields();
     txtEmployeeCode.setText(settings_.employee);
     if (settings_.employee.empty()) {
-        setFirstFocus(txtEmployeeCode);
+        txtEmployeeCode.setFocus();
     } else {
-        setFirstFocus(txtPassword);
+        txtPassword.setFocus();
     }
 }
 
@@ -100,6 +100,7 @@ void frmLogin::showSourceFields() {
     const DataSource known = settings_.source(cboSource.text());
     txtServer.setText(known.server);
     txtServer.setEnabled(server);
+    txtServer.placeholder(server ? "server, server\\instance or server,port" : "");
     txtSQLUser.setText(known.user);
     txtSQLPassword.setText("");
     txtSQLUser.setVisible(server);
@@ -127,8 +128,8 @@ DataSource frmLogin::chosenSource() const {
 
 void frmLogin::refuse(Control& field, const std::string& message) {
     lblHint.setText(message);
-    field.setRefused(message);
     field.setFocus();
+    if (auto* box = dynamic_cast<TextBox*>(&field)) box->selectAll();
 }
 
 void frmLogin::prepareFile() {
@@ -173,11 +174,6 @@ bool frmLogin::connectChosen() {
 
 void frmLogin::cmdOK_Click() {
     lblHint.setText("");
-    for (Control* field :
-         {static_cast<Control*>(&txtEmployeeCode), static_cast<Control*>(&txtPassword),
-          static_cast<Control*>(&cboSource), static_cast<Control*>(&txtServer), static_cast<Control*>(&txtSQLUser)}) {
-        field->clearRefused();
-    }
     const bool server = cboSource.text() != kThisComputer;
     if (trimBlanks(txtEmployeeCode.text()).empty()) return refuse(txtEmployeeCode, "Enter your employee code.");
     if (txtPassword.text().empty()) return refuse(txtPassword, "Enter your password.");

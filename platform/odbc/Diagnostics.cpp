@@ -22,7 +22,7 @@ std::string withoutDriverNames(std::string_view message) {
 namespace odbc {
 namespace {
 
-// fields of a record that SQL Server's drivers add
+// fields of a record that Microsoft's driver adds; FreeTDS behind unixODBC refuses them, and line 1 stands
 constexpr SQLSMALLINT kFieldState = -1150;
 constexpr SQLSMALLINT kFieldSeverity = -1151;
 constexpr SQLSMALLINT kFieldProcedure = -1153;
