@@ -1,5 +1,8 @@
 #include "platform/login/frmLogin.h"
 
+#include <algorithm>
+#include <array>
+
 #include "platform/base/Text.h"
 #include "platform/login/OpenSource.h"
 #include "platform/odbc/Odbc.h"
@@ -9,7 +12,7 @@ namespace {
 
 constexpr const char* kOtherServer = "Another SQL Server";
 constexpr long kErrLogonRefused = 18456;
-constexpr long kErrNoDatabase = 4060;
+constexpr std::array kErrsNoBooks = {4060L, 911L, 916L};  ///< no such database, or none for this logon
 constexpr int kPasswordMax = 128;
 constexpr int kWidth_px = 460;
 constexpr int kHeight_px = 420;
@@ -160,7 +163,7 @@ bool frmLogin::connectChosen() {
         lblHint.setAlert(true);
         if (e.number == kErrLogonRefused) {
             refuse(txtSQLUser, "The SQL Server refuses this SQL user or its password.");
-        } else if (e.number == kErrNoDatabase) {
+        } else if (std::count(kErrsNoBooks.begin(), kErrsNoBooks.end(), e.number) > 0) {
             refuse(txtServer, "There are no books on this server: " + e.description);
         } else {
             refuse(source.embedded() ? static_cast<Control&>(cboSource) : txtServer, e.description);

@@ -90,6 +90,7 @@ void OdbcConnection::open() {
     lost_ = false;
     counted_ = 0;
     sqlServer_ = containsNoCase(infoText(SQL_DBMS_NAME), "SQL Server");
+    serverName_ = infoText(SQL_SERVER_NAME);
     chooseCarrier();
     prepareSession();
 }
@@ -133,8 +134,9 @@ std::string OdbcConnection::infoText(SQLUSMALLINT what) const {
 
 std::string OdbcConnection::connectionString() const {
     // what screens and logs may see: never a password, and the first "Server" is the key they look for
-    return "Provider=ODBC;Server=" + settingOf(options_.connectionString, "Server") +
-           ";Database=" + options_.defaultDatabase + ";User ID=" + settingOf(options_.connectionString, "UID") + ";";
+    const std::string named = settingOf(options_.connectionString, "Server");
+    return "Provider=ODBC;Server=" + (named.empty() ? serverName_ : named) + ";Database=" + options_.defaultDatabase +
+           ";User ID=" + settingOf(options_.connectionString, "UID") + ";";
 }
 
 void OdbcConnection::setDefaultDatabase(const std::string& name) {

@@ -50,6 +50,7 @@ private:
     bool open_ = false;
     bool lost_ = false;
     bool sqlServer_ = false;
+    std::string serverName_;  ///< as the driver tells it, for connection strings that name a data source only
     Carrier carrier_ = Carrier::Utf16;
     int counted_ = 0;
 };
