@@ -211,11 +211,12 @@ void Session::rollbackAll() {
 
 void Session::afterRollback(const std::vector<std::pair<LocalTable*, TempTables::Rows>>& saved) {
     interp_->forgetLocals(temps.afterRollback(saved));
+    // The tables that catch a trigger's rows may have been made inside what was rolled back.
+    captures.clear();
     if (ddlInTransaction_) {
         ddlInTransaction_ = !sqlite3_get_autocommit(db());
         catalog.load();
         cache.clear();
-        captures.clear();
     }
 }
 
