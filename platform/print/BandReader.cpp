@@ -201,6 +201,7 @@ Column BandReader::column(const TextNode& node) {
         out.value.place = node.place;
     }
     out.heading = in.has("heading") ? in.caption("heading") : Expression::constant(out.name);
+    out.over = in.caption("over");
     out.width = in.number("width", 0, 0, 1000);
     out.align = readAlign(in);
     out.style = style(in, "style", "");

@@ -212,6 +212,7 @@ public:
     void column(Column& column) {
         const Use use;
         one(column.heading, use);
+        one(column.over, use);
         one(column.when, kRowsOnly);
         one(column.value, use);
         for (Condition& c : column.conditions) one(c.when, use);

@@ -191,6 +191,27 @@ void Composer::drillOf(Block& block, const Drill& drill, const RowContext& conte
     if (!link.key.empty()) block.content.links.push_back(std::move(link));
 }
 
+/// Headings that span several columns, each with a thin rule below it. Gives the height they take.
+double Composer::overHeadings(Block& block, const RowContext& context, const Style& look, std::int16_t band, double y) {
+    const double line = lineHeight_mm(look.size_pt);
+    double taken = 0;
+    for (std::size_t i = 0; i < shown_.size();) {
+        const std::string text = columns_[shown_[i]].over.evaluate(context).text();
+        std::size_t next = i + 1;
+        while (next < shown_.size() && columns_[shown_[next]].over.evaluate(context).text() == text) ++next;
+        if (!text.empty()) {
+            const Cell first = cellOf(columns_[shown_[i]]);
+            const Cell last = cellOf(columns_[shown_[next - 1]]);
+            const double wide = last.x + last.width - first.x;
+            put(block, {text, fontOf(look), TextAlign::Center, false}, look.color, band, first.x, y, wide, line);
+            rule(block, Rule::Hair, band, first.x, y + line + 0.3, wide, look.color);
+            taken = line + 0.6;
+        }
+        i = next;
+    }
+    return taken;
+}
+
 Block Composer::headings(const RowContext& context) {
     Block block;
     if (shown_.empty()) return block;
@@ -206,11 +227,12 @@ Block Composer::headings(const RowContext& context) {
         most = std::max(most, texts.back().size());
     }
     const double pad = look.above == Rule::None && look.below == Rule::None ? kRowPad_mm / 2 : kHeadPad_mm;
-    block.height = static_cast<double>(most) * line + 2 * pad + 0.6;
+    const double over = overHeadings(block, context, look, band, pad);
+    block.height = over + static_cast<double>(most) * line + 2 * pad + 0.6;
     for (std::size_t i = 0; i < shown_.size(); ++i) {
         const Column& column = columns_[shown_[i]];
         const Cell cell = cellOf(column);
-        double y = pad + static_cast<double>(most - texts[i].size()) * line;
+        double y = pad + over + static_cast<double>(most - texts[i].size()) * line;
         for (const std::string& text : texts[i]) {
             Drawn it{text, font, column.align, false};
             if (it.align == TextAlign::Auto) it.align = style(column.style).align;

@@ -17,7 +17,7 @@ struct LateText {
 
 struct Block {
     double height = 0;
-    Page content;
+    PaperPage content;
     std::vector<LateText> late;
     std::vector<const Item*> subreports;  ///< laid out below the block, in order
 };
@@ -49,6 +49,7 @@ private:
         bool number = false;
     };
 
+    double overHeadings(Block& block, const RowContext& context, const Style& look, std::int16_t band, double y);
     void splitColumns();
     void spreadColumns(const std::vector<std::size_t>& set);
     Cell cellOf(const Column& column) const;

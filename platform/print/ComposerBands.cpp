@@ -8,6 +8,8 @@
 namespace kv {
 namespace {
 
+constexpr double kBaseline = 1.05;  // of a text's size, below the top of its line
+
 FontSpec fontOf(const Style& style) { return {style.font, style.size_pt, style.bold, style.italic}; }
 
 bool late(const Item& item) { return item.value.uses(Fact::Pages) || item.when.uses(Fact::Pages); }
@@ -111,6 +113,7 @@ Block Composer::band(const Band& band, const RowContext& context, int totalsScop
     }
     // lines of text that show nothing take no room
     std::map<int, double> lines;
+    std::map<int, double> sizes;
     std::vector<bool> shown(band.items.size(), true);
     for (std::size_t i = 0; i < band.items.size(); ++i) {
         const Item& item = band.items[i];
@@ -120,6 +123,8 @@ Block Composer::band(const Band& band, const RowContext& context, int totalsScop
         if (!shown[i] || item.kind != Item::Kind::Text || item.line <= 0) continue;
         const std::string text = item.value.evaluate(context).text();
         if (text.empty() && !full && !waits) continue;
+        double& size = sizes[item.line];
+        size = std::max(size, style(item.style).size_pt);
         double& height = lines[item.line];
         height = std::max(height, textHeight(item, text, boxWidth(item)));
     }
@@ -138,7 +143,9 @@ Block Composer::band(const Band& band, const RowContext& context, int totalsScop
             continue;
         }
         if (item.line > 0 && !tops.contains(item.line)) continue;
-        const double y = item.line > 0 ? tops[item.line] : top + item.y;
+        double y = item.line > 0 ? tops[item.line] : top + item.y;
+        // texts of different sizes on one line stand on one baseline
+        if (item.line > 0) y += (sizes[item.line] - style(item.style).size_pt) * kMmPerPoint * kBaseline;
         double height = item.height.value_or(item.kind == Item::Kind::Line ? item.weight : 0);
         if (item.kind == Item::Kind::Text) {
             textItem(block, item, context, name, y, height);

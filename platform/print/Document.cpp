@@ -42,7 +42,7 @@ std::int16_t Document::bandIndex(std::string_view band) {
 std::string pageList(const Document& document) {
     std::string out = "paper " + mm(document.width) + " x " + mm(document.height) + "\n";
     for (std::size_t p = 0; p < document.pages.size(); ++p) {
-        const Page& page = document.pages[p];
+        const PaperPage& page = document.pages[p];
         out += "page " + std::to_string(p + 1) + "\n";
         std::vector<Line> lines;
         for (const Shape& s : page.shapes) {

@@ -52,7 +52,7 @@ struct Link {
     std::string key;
 };
 
-struct Page {
+struct PaperPage {
     std::vector<Shape> shapes;
     std::vector<Picture> pictures;
     std::vector<TextRun> runs;
@@ -73,7 +73,7 @@ struct Document {
     double height = 297;
     std::vector<FontSpec> fonts;
     std::vector<std::string> bands;
-    std::vector<Page> pages;
+    std::vector<PaperPage> pages;
     std::vector<TreeEntry> tree;
 
     int fontIndex(const FontSpec& font);

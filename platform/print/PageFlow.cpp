@@ -30,7 +30,7 @@ void PageFlow::finish() {
 void PageFlow::pushToBottom(double height) { y_ = std::max(y_, bottom() - height); }
 
 void PageFlow::placeAt(const Block& block, double x, double y) {
-    Page& page = document_.pages.back();
+    PaperPage& page = document_.pages.back();
     const auto dx = static_cast<float>(setup_.left + x + column_ * (setup_.columnWidth() + setup_.gap));
     const auto dy = static_cast<float>(y);
     const std::size_t firstRun = page.runs.size();

@@ -81,7 +81,7 @@ void PagePainter::run(QPainter& painter, const TextRun& run) {
     painter.drawText(rectOf(run.x, run.y, run.width, run.height), flags, QString::fromStdString(run.text));
 }
 
-void PagePainter::paint(QPainter& painter, const Page& page, double dotsPerMm, bool onScreen) {
+void PagePainter::paint(QPainter& painter, const PaperPage& page, double dotsPerMm, bool onScreen) {
     painter.save();
     painter.scale(dotsPerMm / kUnitsPerMm, dotsPerMm / kUnitsPerMm);
     for (const Shape& s : page.shapes) shape(painter, s, onScreen);
@@ -90,7 +90,7 @@ void PagePainter::paint(QPainter& painter, const Page& page, double dotsPerMm, b
     painter.restore();
 }
 
-QImage pageImage(PagePainter& pages, const Document& document, const Page& page, double dotsPerInch) {
+QImage pageImage(PagePainter& pages, const Document& document, const PaperPage& page, double dotsPerInch) {
     const double dots = dotsPerInch / 25.4;
     QImage image(static_cast<int>(std::ceil(document.width * dots)),
                  static_cast<int>(std::ceil(document.height * dots)), QImage::Format_RGB32);

@@ -16,7 +16,7 @@ public:
     explicit PagePainter(const Document& document) : document_(document) {}
 
     /// `dotsPerMm` of the device. On a screen thin lines are snapped to whole dots so that they stay visible and even.
-    void paint(QPainter& painter, const Page& page, double dotsPerMm, bool onScreen);
+    void paint(QPainter& painter, const PaperPage& page, double dotsPerMm, bool onScreen);
 
 private:
     void shape(QPainter& painter, const Shape& shape, bool onScreen);
@@ -29,6 +29,6 @@ private:
     std::unordered_map<std::string, QImage> images_;
 };
 
-QImage pageImage(PagePainter& painter, const Document& document, const Page& page, double dotsPerInch);
+QImage pageImage(PagePainter& painter, const Document& document, const PaperPage& page, double dotsPerInch);
 
 }  // namespace kv

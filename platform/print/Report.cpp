@@ -269,7 +269,7 @@ std::string Report::text() {
     if (!template_.columns.empty()) return tableText(data());
     layout();
     std::string out;
-    for (const Page& page : document().pages) {
+    for (const PaperPage& page : document().pages) {
         if (!out.empty()) out += "\f";
         std::map<std::pair<int, int>, std::string> lines;
         for (const TextRun& run : page.runs) {

@@ -114,6 +114,7 @@ struct Column {
     std::string name;
     TextPlace place;
     Expression heading;
+    Expression over;  ///< a heading above those of neighbouring columns with the same one
     Expression value;
     double width = 0;   ///< 0: shares the width that is left
     double left = 0;    ///< set by the layout

@@ -1,0 +1,26 @@
+#pragma once
+// Small fixed data sets for the report tests, and the toolkit that reports need.
+
+#include <memory>
+#include <string>
+
+#include "platform/print/Report.h"
+
+namespace kv::samples {
+
+/// Starts the toolkit without a display, once.
+void needToolkit();
+
+ResultSet trialBalance();
+/// `batches` batches of 2 to 5 lines; the third one is cancelled.
+ResultSet batchJournal(int batches);
+ResultSet userLogs();
+/// Lines of `accounts` accounts, `lines` each, with running amounts.
+ResultSet ledger(int accounts, int lines);
+
+/// A report from the folder Reports with the usual values given.
+std::unique_ptr<Report> report(const std::string& file);
+std::unique_ptr<Report> fromText(const std::string& text);
+Money money(const char* text);
+
+}  // namespace kv::samples
