@@ -209,7 +209,7 @@ bool isRealDay(int year, int month, int day) {
 
 Date::Date(int year, int month, int day, int hour, int minute, int second, int millisecond) {
     if (!isRealDay(year, month, day) || hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 ||
-        second > 59) {
+        second > 59 || millisecond < 0 || millisecond > 999) {
         throw Error(5, "Date", "Invalid procedure call or argument");
     }
     ms_ = daysOf(year, month, day) * kDayMs + ((hour * 60LL + minute) * 60 + second) * 1000 + millisecond;

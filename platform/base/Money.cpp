@@ -1,5 +1,6 @@
 #include "platform/base/Money.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -21,13 +22,22 @@ std::int64_t divideHalfEven(std::int64_t value, std::int64_t divisor) {
     return quotient;
 }
 
+/// Nearest whole number, ties to even. What the product of a decimal tie (0.00015 is stored a little below) misses by
+/// its last bits still counts as the tie that it stands for.
+double nearestHalfEven(double scaled) {
+    const double below = std::floor(scaled);
+    const double distance = std::fabs(scaled - below - 0.5);
+    if (distance > std::min(std::fabs(scaled) * 0x1p-51, 0.2)) return std::nearbyint(scaled);
+    return std::fmod(below, 2.0) == 0.0 ? below : below + 1.0;
+}
+
 }  // namespace
 
 Money Money::fromDouble(double value) {
     const double scaled = value * static_cast<double>(kUnitsPerOne);
     // 2^63 is exact as a double, so the comparison holds at the edge
     if (!std::isfinite(scaled) || scaled >= 9223372036854775808.0 || scaled < -9223372036854775808.0) overflow();
-    return Money(static_cast<std::int64_t>(std::nearbyint(scaled)));
+    return Money(static_cast<std::int64_t>(nearestHalfEven(scaled)));
 }
 
 std::optional<Money> Money::parse(std::string_view text) {

@@ -53,10 +53,12 @@ public:
     void result(int value) { sqlite3_result_int(context_, value); }
     void result(double value) { sqlite3_result_double(context_, value); }
     void result(std::string_view text) {
-        sqlite3_result_text(context_, text.data(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
+        // an empty view may have no address, which SQLite would take for NULL
+        sqlite3_result_text(context_, text.empty() ? "" : text.data(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
     }
     void resultBytes(std::string_view bytes) {
-        sqlite3_result_blob(context_, bytes.data(), static_cast<int>(bytes.size()), SQLITE_TRANSIENT);
+        sqlite3_result_blob(context_, bytes.empty() ? "" : bytes.data(), static_cast<int>(bytes.size()),
+                            SQLITE_TRANSIENT);
     }
     void result(const Datum& datum);
     void same(int i) { sqlite3_result_value(context_, values_[i]); }
