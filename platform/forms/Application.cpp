@@ -8,6 +8,9 @@
 #include "platform/forms/AppEvents.h"
 #include "platform/forms/Theme.h"
 
+// The icons lie in a static library: nothing else would keep them in the program.
+static void bringIcons() { Q_INIT_RESOURCE(icons); }
+
 namespace kv {
 
 namespace {
@@ -62,6 +65,7 @@ Application::Application(int& argc, char** argv) : impl_(std::make_unique<Impl>(
         unlink(screen.c_str());
         qputenv("QT_QPA_PLATFORM", "offscreen");  // for programs that this one starts
     }
+    bringIcons();
     QApplication::setQuitOnLastWindowClosed(false);
     if (offscreen()) QApplication::setCursorFlashTime(0);  // pictures do not depend on the moment
     dressApplication(*impl_->events);

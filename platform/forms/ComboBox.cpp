@@ -19,8 +19,9 @@ public:
         if (!locked) QComboBox::showPopup();
     }
     QSize sizeHint() const override {
-        return QSize(std::max(QComboBox::sizeHint().width(), charsWidth(this, 12)), kField_px);
+        return QSize(std::max(QComboBox::sizeHint().width(), charsWidth(this, 18)), kField_px);
     }
+    QSize minimumSizeHint() const override { return QSize(charsWidth(this, 8), kField_px); }
 
 protected:
     void keyPressEvent(QKeyEvent* event) override {
@@ -50,8 +51,8 @@ ComboBox::ComboBox(Form& owner, std::string name, bool editable) : Control(owner
     box->setEditable(editable);
     box->setInsertPolicy(QComboBox::NoInsert);
     box->setMaxVisibleItems(16);
-    box->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    box->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    box->setSizeAdjustPolicy(QComboBox::AdjustToContentsOnFirstShow);
+    box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     if (editable) box->completer()->setCaseSensitivity(Qt::CaseInsensitive);
     adopt(box);
     const auto tell = [this] {

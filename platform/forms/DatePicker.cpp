@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QTextCharFormat>
 #include <QToolButton>
 
 #include "platform/forms/DateTyping.h"
@@ -66,6 +67,38 @@ private:
     std::function<void(const Date&)> chosen_;
     QLabel* title_ = nullptr;
     std::vector<QToolButton*> months_;
+};
+
+/// The toolkit's calendar in our colours and with our arrows.
+void dressCalendar(QCalendarWidget& calendar) {
+    QTextCharFormat weekend;
+    weekend.setForeground(tones().accent);
+    calendar.setWeekdayTextFormat(Qt::Saturday, weekend);
+    calendar.setWeekdayTextFormat(Qt::Sunday, weekend);
+    if (auto* bar = calendar.findChild<QWidget*>(QStringLiteral("qt_calendar_navigationbar")))
+        bar->setBackgroundRole(QPalette::Base);
+    for (QToolButton* button : calendar.findChildren<QToolButton*>()) {
+        if (button->objectName() == QLatin1String("qt_calendar_prevmonth")) button->setIcon(iconOf("go-previous"));
+        if (button->objectName() == QLatin1String("qt_calendar_nextmonth")) button->setIcon(iconOf("go-next"));
+        QPalette palette = button->palette();
+        palette.setColor(QPalette::ButtonText, palette.color(QPalette::WindowText));
+        button->setPalette(palette);
+    }
+}
+
+/// What drops down from a field; its window is in front again when it has gone.
+class PopupSheet : public QFrame {
+public:
+    explicit PopupSheet(QWidget* field) : QFrame(field, Qt::Popup) {
+        setAttribute(Qt::WA_DeleteOnClose);
+        setFrameShape(QFrame::StyledPanel);
+    }
+
+protected:
+    void hideEvent(QHideEvent* event) override {
+        QFrame::hideEvent(event);
+        parentWidget()->window()->activateWindow();
+    }
 };
 
 }  // namespace
@@ -232,9 +265,7 @@ void DateField::paintEvent(QPaintEvent* event) {
 }
 
 void DateField::openCalendar() {
-    auto* popup = new QFrame(this, Qt::Popup);
-    popup->setAttribute(Qt::WA_DeleteOnClose);
-    popup->setFrameShape(QFrame::StyledPanel);
+    auto* popup = new PopupSheet(this);
     auto* box = new QVBoxLayout(popup);
     box->setContentsMargins(1, 1, 1, 1);
     const auto choose = [this, popup](const Date& date) {
@@ -249,8 +280,9 @@ void DateField::openCalendar() {
         auto* calendar = new QCalendarWidget(popup);
         calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
         calendar->setHorizontalHeaderFormat(QCalendarWidget::SingleLetterDayNames);
-        calendar->setFirstDayOfWeek(Qt::Sunday);
         calendar->setLocale(QLocale::c());
+        calendar->setFirstDayOfWeek(Qt::Sunday);
+        dressCalendar(*calendar);
         calendar->setSelectedDate(QDate(value_.year(), value_.month(), value_.day()));
         calendar->setMinimumSize(280, 230);
         QObject::connect(calendar, &QCalendarWidget::activated,

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QPainter>
 #include <algorithm>
 
 #include "platform/forms/FormImpl.h"
@@ -32,6 +33,29 @@ bool isTabStop(const Form& form, const Control& control) {
     if (const auto* text = dynamic_cast<const TextBox*>(&control); text && text->locked()) return false;
     return (target->focusPolicy() & Qt::TabFocus) != 0;
 }
+
+/// The message below a field that was refused.
+class Bubble : public QLabel {
+public:
+    explicit Bubble(QWidget* parent) : QLabel(parent) {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        setWordWrap(true);
+        setTextFormat(Qt::PlainText);
+        setContentsMargins(10, 5, 10, 5);
+        setForegroundRole(QPalette::BrightText);
+    }
+
+protected:
+    void paintEvent(QPaintEvent* event) override {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(tones().danger);
+        painter.setBrush(tones().dangerSoft);
+        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
+        painter.end();
+        QLabel::paintEvent(event);
+    }
+};
 
 bool canRefuse(const Form& form, const Control& control) {
     const QWidget* target = focusTarget(control);
@@ -140,16 +164,12 @@ void Form::Impl::showBubble() {
         return;
     }
     if (!bubble) {
-        auto* label = new QLabel(form.widget());
-        label->setObjectName(QStringLiteral("qt_bubble"));
-        label->setAttribute(Qt::WA_TransparentForMouseEvents);
-        label->setWordWrap(true);
-        bubble = label;
+        bubble = new Bubble(form.widget());
     }
-    auto* label = static_cast<QLabel*>(bubble.data());
+    QLabel* label = bubble;
     label->setText(qs(focused->refused()).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
     label->setMaximumWidth(std::max(160, form.widget()->width() - 2 * kMargin_px));
-    label->setMinimumWidth(std::min(label->maximumWidth(), label->fontMetrics().horizontalAdvance(label->text()) + 22));
+    label->setMinimumWidth(std::min(label->maximumWidth(), label->fontMetrics().horizontalAdvance(label->text()) + 24));
     label->adjustSize();
     QPoint at = focused->widget()->mapTo(form.widget(), QPoint(0, focused->widget()->height() + 3));
     at.setX(std::max(0, std::min(at.x(), form.widget()->width() - label->width() - 4)));

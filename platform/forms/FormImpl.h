@@ -65,6 +65,7 @@ struct Form::Impl {
     bool dying = false;  ///< the form object is going: no event reaches its handlers any more
     bool modal = false;
     bool home = false;
+    bool seen = false;    ///< a home form that has been in front before
     bool placed = false;  ///< the window has had its first size and place
     QEventLoop* loop = nullptr;
     QPointer<QMdiSubWindow> sub;
@@ -78,7 +79,7 @@ struct Form::Impl {
     Control* pending = nullptr;  ///< left for a control that does not cause validation; validated later
     bool validating = false;
     bool keyPreview = false;
-    QPointer<QWidget> bubble;  ///< the message at a refused field
+    QPointer<QLabel> bubble;  ///< the message at a refused field
 
     // window
     QVBoxLayout* outer = nullptr;  ///< dialogs and children: menu, toolbar, content, status bar

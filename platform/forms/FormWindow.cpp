@@ -221,7 +221,8 @@ void Form::Impl::showChild() {
         sub->setWindowIcon(QIcon());
         const QSize room = area->viewport()->size();
         const QSize size = wanted.grownBy(sub->layout()->contentsMargins()).boundedTo(room);
-        const int step = kCascade_px * static_cast<int>((area->subWindowList().size() - 1) % kCascadeSteps);
+        const int step =
+            kCascade_px * static_cast<int>((area->subWindowList().size() - 1) % kCascadeSteps) + kMargin_px;
         const QPoint at(std::min(step, room.width() - size.width()), std::min(step, room.height() - size.height()));
         sub->setGeometry(QRect(at, size));
     }
@@ -255,9 +256,13 @@ void Form::Impl::arrangeMiddle() {
     if (!middle) return;
     const bool children = !mdi->subWindowList().isEmpty();
     QWidget* front = children || !homeForm ? static_cast<QWidget*>(mdi) : homePage;
-    const bool homeAgain = front == homePage && middle->currentWidget() != front && homeForm->isVisible();
+    const bool comes = front == homePage && middle->currentWidget() != front;
     middle->setCurrentWidget(front);
-    if (homeAgain) homeForm->Form_Activate();
+    if (!comes) return;
+    Form* shown = homeForm;
+    if (std::exchange(shown->impl().seen, true))
+        shown->run(
+            "Form_Activate", [shown] { shown->Form_Activate(); }, std::source_location{});
 }
 
 void Form::Impl::fillWindowMenu() {

@@ -96,6 +96,7 @@ public:
 
 private:
     void addParts(const LayoutNode& node, QBoxLayout* box);
+    static void alignCaptions(const LayoutNode& node, const QBoxLayout* box);
     void addRow(const LayoutNode& node, QBoxLayout* box, int stretch);
     void addButtons(const LayoutNode& node, QBoxLayout* box);
     void addFields(const LayoutNode& node, QBoxLayout* box, int stretch);
@@ -137,6 +138,22 @@ void Builder::addParts(const LayoutNode& node, QBoxLayout* box) {
         add(part, box, lastLabel || part.node()->kind == Kind::Expand ? 1 : 0);
         if (last && !filled && !lastLabel && part.node()->kind != Kind::Buttons) box->addStretch(1);
     }
+    alignCaptions(node, box);
+}
+
+/// Blocks of fields one below the other have their first captions equally wide.
+void Builder::alignCaptions(const LayoutNode& node, const QBoxLayout* box) {
+    std::vector<QGridLayout*> blocks;
+    int wide = 0;
+    for (int i = 0; i < box->count(); ++i)
+        if (auto* grid = qobject_cast<QGridLayout*>(box->itemAt(i)->layout())) {
+            blocks.push_back(grid);
+            for (int line = 0; line < grid->rowCount(); ++line)
+                if (const QLayoutItem* caption = grid->itemAtPosition(line, 0))
+                    wide = std::max(wide, caption->widget()->sizeHint().width());
+        }
+    if (blocks.size() < 2 || node.kind == Kind::Row) return;
+    for (QGridLayout* grid : blocks) grid->setColumnMinimumWidth(0, wide);
 }
 
 void Builder::addRow(const LayoutNode& node, QBoxLayout* box, int stretch) {
@@ -254,7 +271,9 @@ void Builder::add(const Layout& layout, QBoxLayout* box, int stretch) {
             return place(*node.control, box, stretch);
         case Kind::Column: {
             auto* column = new QVBoxLayout;
-            column->setSpacing(kGap_px);
+            const bool frames = std::any_of(node.parts.begin(), node.parts.end(),
+                                            [](const Layout& part) { return part.node()->kind == Kind::Mdi; });
+            column->setSpacing(frames ? 0 : kGap_px);
             box->addLayout(column, stretch);
             return addParts(node, column);
         }

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QLabel>
 #include <QMenu>
+#include <QPainter>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
@@ -120,9 +121,26 @@ bool Toolbar::press(std::string_view key) {
 
 // ---- status bar ------------------------------------------------------------------------------------------------
 
+namespace {
+
+/// A panel of the status bar, with a line at its left.
+class Panel : public QLabel {
+public:
+    explicit Panel(QWidget* parent) : QLabel(parent) { setContentsMargins(14, 0, 14, 0); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override {
+        QLabel::paintEvent(event);
+        QPainter(this).fillRect(QRect(0, 4, 1, height() - 8), tones().border);
+    }
+};
+
+}  // namespace
+
 StatusBar::StatusBar(Form& owner, std::string name) : Control(owner, std::move(name)) {
     auto* bar = new QStatusBar(owner.widget());
     bar->setSizeGripEnabled(false);
+    bar->setMinimumHeight(kField_px);
     auto* help = new QLabel(bar);
     help->setForegroundRole(QPalette::PlaceholderText);
     help->setContentsMargins(kMargin_px - 6, 0, 0, 0);
@@ -140,9 +158,7 @@ void StatusBar::setPanels(int count) {
         boxes_.pop_back();
     }
     while (static_cast<int>(boxes_.size()) < count) {
-        auto* box = new QLabel(bar);
-        box->setProperty("kvPanel", true);
-        box->setContentsMargins(12, 0, 12, 0);
+        auto* box = new Panel(bar);
         bar->addPermanentWidget(box);
         boxes_.push_back(box);
     }

@@ -28,7 +28,6 @@ void Style::polish(QWidget* widget) {
     QProxyStyle::polish(widget);
     if (qobject_cast<QComboBox*>(widget) || widget->inherits("QTabBar") || widget->inherits("QLineEdit"))
         widget->setAttribute(Qt::WA_Hover);
-    if (widget->objectName() == QLatin1String("qt_bubble")) widget->setContentsMargins(10, 6, 10, 6);
     // a list that drops down from a combo box has rows as high as a menu's
     if (widget->inherits("QComboBoxListView")) static_cast<QAbstractItemView*>(widget)->setMouseTracking(true);
 }
@@ -129,6 +128,7 @@ int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* 
         case SH_Menu_SubMenuPopupDelay:
             return 120;
         case SH_ScrollBar_ContextMenu:
+        case SH_WindowFrame_Mask:
             return 0;
         default:
             return QProxyStyle::styleHint(hint, option, widget, data);
@@ -195,7 +195,10 @@ QRect Style::subControlRect(ComplexControl control, const QStyleOptionComplex* o
     if (control == CC_ComboBox) {
         if (part == SC_ComboBoxArrow)
             return QRect(all.right() - kComboArrow_px, all.top(), kComboArrow_px, all.height());
-        if (part == SC_ComboBoxEditField) return all.adjusted(2, 1, -kComboArrow_px, -1);
+        if (part == SC_ComboBoxEditField) {
+            const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+            return all.adjusted(combo && combo->editable ? 4 : 8, 1, -kComboArrow_px, -1);
+        }
         if (part == SC_ComboBoxListBoxPopup) return all.adjusted(0, 2, 0, 2);
         return all;
     }

@@ -427,6 +427,14 @@ void Style::drawControl(ControlElement element, const QStyleOption* option, QPai
             if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option))
                 return drawMenuItem(item, painter);
             break;
+        case CE_ToolButtonLabel:
+            if (const auto* tool = qstyleoption_cast<const QStyleOptionToolButton*>(option);
+                tool && tool->toolButtonStyle == Qt::ToolButtonTextBesideIcon) {
+                QStyleOptionToolButton shifted(*tool);
+                shifted.rect.adjust(5, 0, -3, 0);
+                return QProxyStyle::drawControl(element, &shifted, painter, widget);
+            }
+            break;
         case CE_MenuBarEmptyArea:
             return painter->fillRect(option->rect, t.panel);
         case CE_MenuBarItem:

@@ -49,7 +49,7 @@ Tones darkTones() {
     t.panel = QColor("#252b36");
     t.header = QColor("#2d3441");
     t.headerText = QColor("#c3ccd9");
-    t.locked = QColor("#2a303b");
+    t.locked = QColor("#1a1f27");
     t.hint = QColor("#97a3b4");
     t.danger = QColor("#ff7b72");
     t.dangerSoft = QColor("#4a2426");
