@@ -285,6 +285,7 @@ ObjectPtr Ddl::tableOfQuery(const ObjectName& name, const std::vector<OutColumn>
         info.identity = column.identity && !object.identityColumn();
         object.columns.push_back(std::move(info));
     }
+    object.physical = object.temporary ? lowered(object.name) : Catalog::physicalName(object.database, object.name);
     if (!object.temporary) return makeTable(std::move(object));
     for (const auto& [local, table] : interp_.frame().locals) {
         if (local == lowered(name.name)) throw sqlErrorAt(line, 2714, {name.name});

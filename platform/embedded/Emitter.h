@@ -79,6 +79,9 @@ struct DmlPlan : Attachment {
     bool explicitIdentity = false;
 };
 
+/// The operator as Functions.h's emitArithmetic takes it.
+char operatorChar(BinaryOp op);
+
 class Emitter {
 public:
     /// `variables` may be null (views, constraints): then a variable is an error.
@@ -190,6 +193,7 @@ private:
     std::string limit(const Top& top, const Query* whole);
     void groupKeys(const SelectBody& body, Scope& scope, std::string& sql);
     void checkLoose(Scope& scope, int error);
+    Em compound(const SelectItem& item, int index, Em value);
     void pinLiterals(const Expr& expr);
 
     // EmitterDml.cpp

@@ -2,6 +2,11 @@
 
 namespace kv::tsql {
 
+char operatorChar(BinaryOp op) {
+    static constexpr char kChars[] = {'+', '-', '*', '/', '%', '&', '|', '^'};
+    return kChars[static_cast<int>(op)];
+}
+
 Emitter::Emitter(EmitHost& host, std::string database, const VariableScope* variables, Plan& plan)
     : host_(host), database_(std::move(database)), variables_(variables), plan_(plan) {
     plan_.version = host.catalog().version();
@@ -94,6 +99,7 @@ std::string Emitter::tableCondition(const Expr& expr, const Object& table) {
     Scope scope;
     Source source = tableSourceColumns(std::make_shared<Object>(table));
     source.alias = table.name;
+    source.sqlAlias.clear();  // the table's own text names its columns alone
     scope.sources.push_back(std::move(source));
     scope_ = &scope;
     std::string sql = cond(expr);

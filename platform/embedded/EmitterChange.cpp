@@ -66,10 +66,9 @@ Em Emitter::assigned(const Assignment& assignment, const Source& source, const C
     left.sql = source.sqlAlias + "." + quoted(column.name);
     left.type = column.type;
     left.column = true;
-    static constexpr char kOperators[] = {'+', '-', '*', '/', '%', '&', '|', '^'};
     std::vector<Em> ems{left, ex(*assignment.value)};
     const std::vector<CallArgument> args{argumentOf(ems[0]), argumentOf(ems[1])};
-    const CallResult made = emitArithmetic(kOperators[static_cast<int>(*assignment.op)], args, converter(ems));
+    const CallResult made = emitArithmetic(operatorChar(*assignment.op), args, converter(ems));
     Em em;
     em.sql = made.sql;
     em.type = made.type;

@@ -27,28 +27,6 @@ const char* operatorText(CompareOp op) {
     return "=";
 }
 
-char operatorChar(BinaryOp op) {
-    switch (op) {
-        case BinaryOp::Add:
-            return '+';
-        case BinaryOp::Subtract:
-            return '-';
-        case BinaryOp::Multiply:
-            return '*';
-        case BinaryOp::Divide:
-            return '/';
-        case BinaryOp::Modulo:
-            return '%';
-        case BinaryOp::BitAnd:
-            return '&';
-        case BinaryOp::BitOr:
-            return '|';
-        case BinaryOp::BitXor:
-            return '^';
-    }
-    return '+';
-}
-
 struct SystemVariableRow {
     const char* name;
     SystemValue value;
@@ -164,7 +142,7 @@ Em Emitter::column(const ColumnExpr& expr) {
     const FoundColumn found = findColumn(scope_, expr);
     usesColumns_ = true;
     Em em;
-    em.sql = found.source->sqlAlias + "." + found.column->sql;
+    em.sql = found.source->sqlAlias.empty() ? found.column->sql : found.source->sqlAlias + "." + found.column->sql;
     em.type = found.column->type;
     em.column = true;
     em.collated = found.column->collated;

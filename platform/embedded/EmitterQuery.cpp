@@ -278,6 +278,7 @@ std::vector<Emitter::ItemOut> Emitter::items(const SelectBody& select, Scope& sc
                 const int index = variables_ ? variables_->find(item.variable) : -1;
                 if (index < 0) throw sqlErrorAt(line, 137, {item.variable});
                 out.name = item.variable;
+                if (item.compoundOp) out.em = compound(item, index, std::move(out.em));
                 out.em = to(out.em, variables_->at(index).type, ConvertMode::Variable);
             }
             list.push_back(std::move(out));
@@ -295,6 +296,23 @@ std::vector<Emitter::ItemOut> Emitter::items(const SelectBody& select, Scope& sc
         }
     }
     return list;
+}
+
+/// @variable += expression: the variable's value of the row before and the expression.
+Em Emitter::compound(const SelectItem& item, int index, Em value) {
+    Em old;
+    old.sql = "kv_variable(" + std::to_string(index) + ")";
+    old.type = variables_->at(index).type;
+    old.collated = false;
+    std::vector<Em> ems{std::move(old), std::move(value)};
+    const std::vector<CallArgument> args{argumentOf(ems[0]), argumentOf(ems[1])};
+    CallResult made = emitArithmetic(operatorChar(*item.compoundOp), args, converter(ems));
+    Em em;
+    em.sql = std::move(made.sql);
+    em.type = made.type;
+    em.dirty = made.dirty;
+    em.collated = !made.type.isText();
+    return em;
 }
 
 void Emitter::checkLoose(Scope& scope, int error) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/base/Error.h"
 #include "platform/base/Text.h"
 #include "platform/embedded/ClientSink.h"
 #include "platform/embedded/Ddl.h"
@@ -72,6 +73,8 @@ bool Interp::runBatch(std::string_view text, std::vector<ResultSet>& results, st
     } catch (SqlError& error) {
         if (error.line == 0) error.line = 1;
         message(error);
+    } catch (const Error& error) {
+        message(SqlError(static_cast<int>(error.number), error.description));
     }
     try {
         if (!session_.endBatch()) message(sqlError(3998));

@@ -118,7 +118,7 @@ private:
     bool step(sqlite3_stmt* stmt, const ObjectPtr& target = nullptr, const char* verb = "");
     void select(const SelectStmt& stmt);
     void selectInto(const SelectStmt& stmt, const SelectBody& body);
-    void assign(const SelectStmt& stmt, Plan& plan, const std::vector<std::string>& variables);
+    void assign(Plan& plan, const std::vector<std::string>& variables);
     void insert(const InsertStmt& stmt);
     void insertExec(const InsertStmt& stmt);
     void change(const Stmt& stmt);

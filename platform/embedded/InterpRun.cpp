@@ -203,7 +203,7 @@ void Interp::select(const SelectStmt& stmt) {
         node.variables = emitter.query(*stmt.query, wish).variables;
         node.plan = std::move(fresh);
     }
-    if (!node.variables.empty()) return assign(stmt, node.plan, node.variables);
+    if (!node.variables.empty()) return assign(node.plan, node.variables);
     for (const Frame* frame = frame_; frame; frame = frame->caller) {
         if (frame->function) throw sqlError(444);
     }
@@ -222,16 +222,9 @@ void Interp::select(const SelectStmt& stmt) {
     rowCount_ = rows;
 }
 
-void Interp::assign(const SelectStmt& stmt, Plan& plan, const std::vector<std::string>& variables) {
-    const SelectBody& body = stmt.query->first();
+void Interp::assign(Plan& plan, const std::vector<std::string>& variables) {
     std::vector<std::size_t> indexes;
     for (const std::string& name : variables) indexes.push_back(static_cast<std::size_t>(frame_->scope->find(name)));
-    for (const SelectItem& item : body.items) {
-        if (item.compoundOp) {
-            throw notSupported("SELECT @variable += ...", static_cast<int>(item.pos.line),
-                               static_cast<int>(item.pos.column));
-        }
-    }
     Running running(plan, session_.db());
     bind(running.get(), plan);
     int rows = 0;
