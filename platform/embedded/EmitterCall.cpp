@@ -111,7 +111,8 @@ std::vector<CallArgument> Emitter::arguments(const ExprList& list, std::vector<E
             continue;
         }
         // Numbers among the arguments are lengths, places and styles: results depend on them, and they vary little.
-        const auto* number = as<LiteralExpr>(expr);
+        const auto* negated = as<UnaryExpr>(expr);
+        const auto* number = as<LiteralExpr>(negated ? negated->operand : expr);
         const bool keep = number && number->literal != LiteralKind::String && number->literal != LiteralKind::NString;
         if (keep) ++inline_;
         ems.push_back(ex(*expr));
