@@ -1,6 +1,7 @@
 #pragma once
 // Desk: a small hospital in memory for tests of the sign-in: two employees, one of them without this system.
 
+#include <map>
 #include <memory>
 #include <string>
 
@@ -11,8 +12,17 @@
 
 namespace kv::test {
 
+/// Hashes take their time by intent; the same desk is laid many times.
+inline const std::string& hashOf(const std::string& password) {
+    static std::map<std::string, std::string> known;
+    std::string& hash = known[password];
+    if (hash.empty()) hash = hashPassword(password);
+    return hash;
+}
+
 /// Makes the tables of the sign-in, by the server's own script, and the people.
 inline void fillDesk(Connection& connection) {
+    connection.Execute("CREATE DATABASE PASSWORD");
     connection.setDefaultDatabase("PASSWORD");
     connection.Execute(readTextFile("server/PASSWORD/tables/tbPasswordMain.sql"));
     connection.setDefaultDatabase("ACCOUNTING");
@@ -34,7 +44,7 @@ inline void fillDesk(Connection& connection) {
                                .text(p.last)
                                .text(p.first)
                                .text(p.middle)
-                               .text(hashPassword(p.password))
+                               .text(hashOf(p.password))
                                .text(p.rights)
                                .text(p.systems));
     }
