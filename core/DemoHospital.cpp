@@ -144,6 +144,8 @@ void loadSettings(Connection& cn, const std::string& folder) {
             }
         });
     }
+    cn.Execute(
+        "UPDATE A SET Class = G.Class FROM dbo.AcctCode AS A INNER JOIN dbo.GLGROUP AS G ON G.GLGroup = A.GLGroup");
     cn.Execute("UPDATE dbo.AcctCode SET IsBankAcct = 1 WHERE Code IN (SELECT B.Acct FROM dbo.BANK AS B)");
     // Tax of doctors' fees stands on an account of its own.
     cn.Execute(

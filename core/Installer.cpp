@@ -13,7 +13,6 @@
 #include "platform/base/Paths.h"
 #include "platform/base/Text.h"
 #include "platform/data/Statement.h"
-#include "platform/embedded/Embedded.h"
 
 namespace kv {
 
@@ -126,11 +125,13 @@ private:
     std::vector<InstallStep> out_;
 };
 
+bool databaseStands(Connection& connection, const std::string& name) {
+    return !connection.Open(sql("SELECT 1 AS Found WHERE DB_ID('{}') IS NOT NULL").text(name)).empty();
+}
+
 std::map<std::string, std::string> installedScripts(Connection& connection) {
     std::map<std::string, std::string> out;
-    const bool embedded = embeddedOf(connection) != nullptr;
-    if (!embedded && connection.Open(sql("SELECT 1 AS Found WHERE DB_ID('{}') IS NOT NULL").text(kHome)).empty())
-        return out;
+    if (!databaseStands(connection, kHome)) return out;
     connection.setDefaultDatabase(kHome);
     const auto there =
         sql("SELECT 1 AS Found FROM INFORMATION_SCHEMA.TABLES WHERE TABLE_NAME = '{}'").text(kLedgerOfScripts);
@@ -140,16 +141,12 @@ std::map<std::string, std::string> installedScripts(Connection& connection) {
     return out;
 }
 
-/// A server holds databases of their own; the embedded file holds them all by name. CREATE DATABASE must stand outside
-/// of the transaction.
+/// Databases are made outside of the transaction, which SQL Server demands.
 void createDatabases(Connection& connection, const std::vector<InstallStep>& plan) {
-    if (embeddedOf(connection)) return;
     std::set<std::string> names{kHome};
     for (const InstallStep& step : plan) names.insert(step.database);
     for (const std::string& name : names) {
-        if (connection.Open(sql("SELECT 1 AS Found WHERE DB_ID('{}') IS NOT NULL").text(name)).empty()) {
-            connection.Execute("CREATE DATABASE " + sqlName(name));
-        }
+        if (!databaseStands(connection, name)) connection.Execute("CREATE DATABASE " + sqlName(name));
     }
 }
 

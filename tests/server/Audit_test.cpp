@@ -16,7 +16,7 @@ protected:
     /// "number fault" of the rows that the check finds.
     std::string faults() {
         std::string out;
-        for (const Row& row : cn->Open(chain_).rows()) out += row[0].text() + " " + row.back().text() + "; ";
+        for (const Row& row : all(chain_)) out += row[0].text() + " " + row.back().text() + "; ";
         return out;
     }
     /// As an administrator of the database would, past the guard.

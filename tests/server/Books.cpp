@@ -106,9 +106,11 @@ std::string Books::one(std::string_view statement) {
     return found.empty() ? "none" : found.at(0).text();
 }
 
+std::vector<Row> Books::all(std::string_view statement) { return cn->Open(statement).rows(); }
+
 std::vector<std::string> Books::rows(std::string_view statement) {
     std::vector<std::string> out;
-    for (const Row& row : cn->Open(statement).rows()) {
+    for (const Row& row : all(statement)) {
         std::string text;
         for (std::size_t i = 0; i < row.size(); ++i) text += (i > 0 ? "|" : "") + row[i].text();
         out.push_back(text);

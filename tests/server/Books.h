@@ -36,6 +36,7 @@ protected:
     void run(std::string_view statement) { cn->Execute(statement); }
     /// First column of the first row as text; "none" where there is no row.
     std::string one(std::string_view statement);
+    std::vector<Row> all(std::string_view statement);
     /// Rows as "a|b|c", for short results.
     std::vector<std::string> rows(std::string_view statement);
     /// The error that a statement meets: "number text"; empty when it succeeds.

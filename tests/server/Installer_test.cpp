@@ -134,8 +134,9 @@ TEST_F(Installing, TheDemoHospitalIsWhatItsFilesSay) {
     EXPECT_EQ(rows("SELECT GLCode, COUNT(*) AS N FROM WTaxCode GROUP BY GLCode ORDER BY GLCode"),
               (std::vector<std::string>{"2304|109", "2305|2"}));
     EXPECT_EQ(one("SELECT COUNT(*) AS N FROM AcctCode WHERE IsBankAcct = 1"), "5");
-    EXPECT_EQ(one("SELECT WTXRate FROM VEND WHERE VendorID = 'V0003'"), "0.500000");
-    EXPECT_EQ(one("SELECT Active FROM VEND WHERE VendorID = 'V0035'"), "0");
+    EXPECT_EQ(one("SELECT Class FROM AcctCode WHERE Code = '1604'"), "O") << "that of its group";
+    EXPECT_EQ(one("SELECT WTXRate FROM VEND WHERE VendorID = 'V0003'"), "0.5");
+    EXPECT_EQ(one("SELECT Active FROM VEND WHERE VendorID = 'V0035'"), "False");
     EXPECT_EQ(one("select getdate() [ServerDate] from patient_data..tbhospitalinfo").empty(), false);
     EXPECT_TRUE(verifyPassword(one("select top 1 PasswordHash from PASSWORD..tbPasswordMain where EmployeeID = 'E001'"),
                                "ledger-2024"));

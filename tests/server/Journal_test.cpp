@@ -12,7 +12,7 @@ TEST_F(Journal, AHeaderThatExistsIsAnUpdate) {
         enter(book, "1", "2024-03-15", simple("100.00"));
         enter(book, "1", "2024-03-16", simple("250.50"));
         EXPECT_EQ(rows("SELECT Batch, Period, Total, Debits, Credits, Encoder, EditEncoder, Posted FROM " + table),
-                  (std::vector<std::string>{"1|202403|250.50|250.50|250.50|E001|E001|0"}))
+                  (std::vector<std::string>{"1|202403|250.50|250.50|250.50|E001|E001|False"}))
             << book;
         EXPECT_EQ(one("SELECT CONVERT(varchar(10), BatchDate, 120) AS D FROM " + table), "2024-03-16") << book;
     }
@@ -87,7 +87,7 @@ TEST_F(Journal, TheJournalOfARangeTakesNumbersAsNumbers) {
     EXPECT_EQ(rows("SELECT Batch, Status FROM JV CROSS JOIN (SELECT '' AS Status) S WHERE 1 = 0"),
               std::vector<std::string>{});
     std::vector<std::string> seen;
-    for (const Row& row : cn->Open("sp_Report_BatchJournal 'JV', '9', '11'").rows())
+    for (const Row& row : all("sp_Report_BatchJournal 'JV', '9', '11'"))
         seen.push_back(row[0].text() + "/" + row[7].text() + row[6].text());
     EXPECT_EQ(seen, (std::vector<std::string>{"9/1", "9/2", "10/1", "10/2", "11/Cancelled"}));
     EXPECT_EQ(cn->Open("sp_Report_BatchJournal 'JV', 'JVD03-005-24', 'JVD03-005-24'").recordCount(), 2U);
