@@ -7,12 +7,13 @@
 namespace kv {
 namespace {
 
-constexpr std::array<std::pair<std::string_view, Item::Kind>, 6> kItemKinds = {{{"text", Item::Kind::Text},
-                                                                                {"line", Item::Kind::Line},
-                                                                                {"box", Item::Kind::Box},
-                                                                                {"image", Item::Kind::Image},
-                                                                                {"barcode", Item::Kind::Barcode},
-                                                                                {"subreport", Item::Kind::SubReport}}};
+constexpr std::array<std::pair<std::string_view, BandItem::Kind>, 6> kItemKinds = {
+    {{"text", BandItem::Kind::Text},
+     {"line", BandItem::Kind::Line},
+     {"box", BandItem::Kind::Box},
+     {"image", BandItem::Kind::Image},
+     {"barcode", BandItem::Kind::Barcode},
+     {"subreport", BandItem::Kind::SubReport}}};
 const std::vector<std::string_view> kTotalWords = {"none", "sum", "count", "average", "min", "max"};
 constexpr int kLinesMost = 200;
 
@@ -64,7 +65,7 @@ std::vector<std::pair<std::string, Expression>> BandReader::named(TableReader& i
     return out;
 }
 
-void BandReader::placeOf(TableReader& in, Item& item) {
+void BandReader::placeOf(TableReader& in, BandItem& item) {
     item.x = in.length("x").value_or(0);
     const std::optional<double> y = in.length("y");
     item.y = y.value_or(0);
@@ -75,7 +76,7 @@ void BandReader::placeOf(TableReader& in, Item& item) {
     if (y && in.has("line")) in.mistake(item.place, "an item has either a 'line' or a 'y'");
 }
 
-void BandReader::textOf(TableReader& in, Item& item) {
+void BandReader::textOf(TableReader& in, BandItem& item) {
     const bool caption = in.has("text");
     item.value = caption ? in.caption("text") : in.expression("value");
     if (caption && in.has("value")) in.mistake(item.place, "an item has either a 'text' or a 'value'");
@@ -89,61 +90,61 @@ void BandReader::textOf(TableReader& in, Item& item) {
     item.drill = drill(in);
 }
 
-void BandReader::subreportOf(TableReader& in, Item& item) {
+void BandReader::subreportOf(TableReader& in, BandItem& item) {
     item.subreport = in.text("name");
     item.with = named(in, "with");
     item.link = named(in, "link");
     if (item.subreport.empty()) in.mistake(item.place, "a sub-report needs the name of its [subreport.NAME] table");
 }
 
-Item BandReader::item(const TextNode& node, Item::Kind kind) {
+BandItem BandReader::item(const TextNode& node, BandItem::Kind kind) {
     static constexpr std::array<const char*, 6> kWhat = {"a text",   "a line",    "a box",
                                                          "an image", "a barcode", "a sub-report"};
     TableReader in(&node, kWhat[static_cast<std::size_t>(kind)], mistakes_);
-    Item out;
+    BandItem out;
     out.kind = kind;
     out.place = node.place;
     placeOf(in, out);
     out.when = in.expression("when");
     switch (kind) {
-        case Item::Kind::Text:
+        case BandItem::Kind::Text:
             textOf(in, out);
             break;
-        case Item::Kind::Line:
-        case Item::Kind::Box:
+        case BandItem::Kind::Line:
+        case BandItem::Kind::Box:
             out.weight = in.number("weight", 0.2, 0, 10);
             out.color = in.color("color", out.color);
-            out.fill = kind == Item::Kind::Box ? in.color("fill", kNoColor) : kNoColor;
+            out.fill = kind == BandItem::Kind::Box ? in.color("fill", kNoColor) : kNoColor;
             break;
-        case Item::Kind::Image:
+        case BandItem::Kind::Image:
             out.value = in.has("file") ? in.caption("file") : in.expression("value");
             if (out.value.empty()) in.mistake(out.place, "an image needs a 'file'");
             break;
-        case Item::Kind::Barcode:
+        case BandItem::Kind::Barcode:
             out.value = in.expression("value");
             out.barcode = static_cast<BarcodeKind>(in.word("kind", {"code39", "code128"}, 1));
             if (out.value.empty()) in.mistake(out.place, "a barcode needs a 'value'");
             break;
-        case Item::Kind::SubReport:
+        case BandItem::Kind::SubReport:
             subreportOf(in, out);
             break;
     }
-    const bool sized = kind == Item::Kind::Box || kind == Item::Kind::Image || kind == Item::Kind::Barcode;
+    const bool sized = kind == BandItem::Kind::Box || kind == BandItem::Kind::Image || kind == BandItem::Kind::Barcode;
     if (sized && (!out.width || !out.height))
         in.mistake(out.place, "a box, image or barcode needs 'width' and 'height'");
     in.finish();
     return out;
 }
 
-void BandReader::items(TableReader& in, Band& band, std::string_view key, Item::Kind kind) {
+void BandReader::items(TableReader& in, Band& band, std::string_view key, BandItem::Kind kind) {
     for (const TextNode* node : in.list(key)) band.items.push_back(item(*node, kind));
 }
 
 /// Items without line and y follow each other, a line each.
 void BandReader::checkLines(Band& band) {
     int last = 0;
-    for (Item& it : band.items) {
-        const bool flows = it.kind == Item::Kind::Text;
+    for (BandItem& it : band.items) {
+        const bool flows = it.kind == BandItem::Kind::Text;
         if (it.line == -1) it.line = flows ? last + 1 : 0;
         if (it.line > last) last = it.line;
     }
@@ -173,7 +174,7 @@ Band BandReader::band(const TextNode* node, const std::string& what) {
 }
 
 /// "sum" and its like mean the column's own value; anything else is an expression with totals in it.
-Expression BandReader::totalOf(TableReader& in, const Column& column) {
+Expression BandReader::totalOf(TableReader& in, const ReportColumn& column) {
     const TextNode* node = in.node("total");
     if (node == nullptr) return {};
     if (node->kind == TextNode::Kind::Text) {
@@ -189,9 +190,9 @@ Expression BandReader::totalOf(TableReader& in, const Column& column) {
     return in.expression("total");
 }
 
-Column BandReader::column(const TextNode& node) {
+ReportColumn BandReader::column(const TextNode& node) {
     TableReader in(&node, "a column", mistakes_);
-    Column out;
+    ReportColumn out;
     out.place = node.place;
     out.name = in.text("name");
     if (out.name.empty()) in.mistake(node.place, "a column needs a 'name'");
@@ -216,9 +217,9 @@ Column BandReader::column(const TextNode& node) {
     return out;
 }
 
-Group BandReader::group(const TextNode& node) {
+ReportGroup BandReader::group(const TextNode& node) {
     TableReader in(&node, "a group", mistakes_);
-    Group out;
+    ReportGroup out;
     out.place = node.place;
     out.by = in.expression("by");
     out.name = in.text("name", out.by.soleName());
@@ -245,7 +246,7 @@ Detail BandReader::detail(const TextNode* node) {
     out.headingStyle = style(in, "headingStyle", "heading");
     out.rowStyle = style(in, "rowStyle", "detail");
     out.conditions = conditions(in);
-    out.rules = readRule(in, "rules", Rule::None);
+    out.rules = readRule(in, "rules", PrintRule::None);
     out.stripe = in.color("stripe", kNoColor);
     out.emptyText = in.text("emptyText");
     out.carriedTo = in.caption("carriedTo");

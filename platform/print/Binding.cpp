@@ -194,9 +194,9 @@ public:
         one(band.when, use);
         one(band.totals, use);
         one(band.drill.key, use);
-        for (Item& item : band.items) {
+        for (BandItem& item : band.items) {
             Use text = use;
-            text.pages = item.kind == Item::Kind::Text && !item.wrap;
+            text.pages = item.kind == BandItem::Kind::Text && !item.wrap;
             one(item.value, text);
             one(item.when, text);
             for (Condition& c : item.conditions) one(c.when, use);
@@ -209,7 +209,7 @@ public:
         }
     }
 
-    void column(Column& column) {
+    void column(ReportColumn& column) {
         const Use use;
         one(column.heading, use);
         one(column.over, use);
@@ -225,7 +225,7 @@ public:
         use.scope = scope;
         use.pageTotals = true;
         std::vector<Expression> out;
-        for (const Column& column : report.columns) {
+        for (const ReportColumn& column : report.columns) {
             out.push_back(column.total);
             one(out.back(), use);
         }
@@ -233,7 +233,7 @@ public:
     }
 
 private:
-    void parameterOf(const Item& item, const std::string& name, const Template& report) {
+    void parameterOf(const BandItem& item, const std::string& name, const Template& report) {
         const auto sub = report.subreports.find(item.subreport);
         if (sub == report.subreports.end() || sub->second->parameterIndex(name) >= 0) return;
         mistakes_.push_back({item.place, "the sub-report '" + item.subreport + "' has no parameter '" + name + "'"});
@@ -270,7 +270,7 @@ Binding bindTemplate(Template& report, const std::vector<KnownFields>& fields, s
     walk.band(report.pageHeader, whole, report);
     walk.band(report.pageFooter, foot, report);
     for (std::size_t g = 0; g < report.groups.size(); ++g) {
-        Group& group = report.groups[g];
+        ReportGroup& group = report.groups[g];
         Use own;
         own.scope = static_cast<int>(g);
         walk.one(group.by, kRowsOnly);
@@ -282,7 +282,7 @@ Binding bindTemplate(Template& report, const std::vector<KnownFields>& fields, s
     for (Condition& c : report.detail.conditions) walk.one(c.when, whole);
     walk.one(report.detail.carriedTo, whole);
     walk.one(report.detail.carriedFrom, whole);
-    for (Column& column : report.columns) walk.column(column);
+    for (ReportColumn& column : report.columns) walk.column(column);
     for (int reach = kScopePage; reach < static_cast<int>(report.groups.size()); ++reach) {
         binding.columnTotals[reach] = walk.columnTotals(report, reach);
     }

@@ -15,9 +15,9 @@ constexpr double kHeadPad_mm = 1.0;      // between a heading's text and its rul
 constexpr double kShareLeast_mm = 20.0;  // what a column without a width gets at least
 constexpr double kShrinkMost = 0.6;      // figures may shrink so far before they become ####
 
-double weightOf(Rule rule) { return rule == Rule::Hair ? 0.1 : rule == Rule::Medium ? 0.4 : 0.2; }
+double weightOf(PrintRule rule) { return rule == PrintRule::Hair ? 0.1 : rule == PrintRule::Medium ? 0.4 : 0.2; }
 
-FontSpec fontOf(const Style& style) { return {style.font, style.size_pt, style.bold, style.italic}; }
+FontSpec fontOf(const PrintStyle& style) { return {style.font, style.size_pt, style.bold, style.italic}; }
 
 std::string flat(std::string text) {
     for (char& c : text) {
@@ -31,7 +31,7 @@ std::string flat(std::string text) {
 Composer::Composer(std::shared_ptr<const Prepared> data, Document& document, TextMeasure& measure, double width_mm)
     : data_(std::move(data)), document_(document), measure_(measure), width_(width_mm) {
     const RowContext context(*data_);
-    for (const Column& column : data_->report().columns) {
+    for (const ReportColumn& column : data_->report().columns) {
         columns_.push_back(column);
         columns_.back().actual = column.when.empty() || truthOf(column.when.evaluate(context)) ? 0 : -1;
     }
@@ -88,22 +88,22 @@ void Composer::spreadColumns(const std::vector<std::size_t>& set) {
 }
 
 /// The outer columns are flush with the page's margins.
-Composer::Cell Composer::cellOf(const Column& column) const {
+Composer::Cell Composer::cellOf(const ReportColumn& column) const {
     const bool first = column.left <= 0.001;
     const bool last = column.left + column.actual >= width_ - 0.01;
     const double from = column.left + (first ? 0 : kCellPad_mm);
     return {from, column.left + column.actual - (last ? 0 : kCellPad_mm) - from};
 }
 
-const Column* Composer::columnNamed(const std::string& name) const {
+const ReportColumn* Composer::columnNamed(const std::string& name) const {
     for (const std::size_t c : shown_) {
         if (equalsNoCase(columns_[c].name, name)) return &columns_[c];
     }
     return nullptr;
 }
 
-const Style& Composer::style(int index, int otherwise) const {
-    const std::vector<Style>& styles = data_->report().styles;
+const PrintStyle& Composer::style(int index, int otherwise) const {
+    const std::vector<PrintStyle>& styles = data_->report().styles;
     return styles[static_cast<std::size_t>(index >= 0 ? index : std::max(otherwise, 0))];
 }
 
@@ -114,7 +114,7 @@ int Composer::conditional(const std::vector<Condition>& conditions, const RowCon
     return otherwise;
 }
 
-Composer::Drawn Composer::drawn(const Value& value, const std::string& format, const Style& look, TextAlign align,
+Composer::Drawn Composer::drawn(const Value& value, const std::string& format, const PrintStyle& look, TextAlign align,
                                 bool tabular) const {
     Drawn out;
     out.number = value.isNumber() && !std::holds_alternative<bool>(value.raw());
@@ -162,10 +162,10 @@ void Composer::put(Block& block, const Drawn& it, int color, std::int16_t band, 
     block.content.runs.push_back(std::move(run));
 }
 
-void Composer::rule(Block& block, Rule kind, std::int16_t band, double x, double y, double w, int color) {
-    if (kind == Rule::None || w <= 0) return;
+void Composer::rule(Block& block, PrintRule kind, std::int16_t band, double x, double y, double w, int color) {
+    if (kind == PrintRule::None || w <= 0) return;
     const double weight = weightOf(kind);
-    Shape line;
+    PageShape line;
     line.x = static_cast<float>(x);
     line.y = static_cast<float>(y - weight / 2);
     line.width = static_cast<float>(w);
@@ -173,7 +173,7 @@ void Composer::rule(Block& block, Rule kind, std::int16_t band, double x, double
     line.fill = color;
     line.band = band;
     block.content.shapes.push_back(line);
-    if (kind != Rule::Double) return;
+    if (kind != PrintRule::Double) return;
     line.y += 0.6F;
     block.content.shapes.push_back(line);
 }
@@ -181,7 +181,7 @@ void Composer::rule(Block& block, Rule kind, std::int16_t band, double x, double
 void Composer::drillOf(Block& block, const Drill& drill, const RowContext& context, double x, double y, double w,
                        double h) {
     if (drill.screen.empty()) return;
-    Link link;
+    PageLink link;
     link.x = static_cast<float>(x);
     link.y = static_cast<float>(y);
     link.width = static_cast<float>(w);
@@ -192,7 +192,8 @@ void Composer::drillOf(Block& block, const Drill& drill, const RowContext& conte
 }
 
 /// Headings that span several columns, each with a thin rule below it. Gives the height they take.
-double Composer::overHeadings(Block& block, const RowContext& context, const Style& look, std::int16_t band, double y) {
+double Composer::overHeadings(Block& block, const RowContext& context, const PrintStyle& look, std::int16_t band,
+                              double y) {
     const double line = lineHeight_mm(look.size_pt);
     double taken = 0;
     for (std::size_t i = 0; i < shown_.size();) {
@@ -204,7 +205,7 @@ double Composer::overHeadings(Block& block, const RowContext& context, const Sty
             const Cell last = cellOf(columns_[shown_[next - 1]]);
             const double wide = last.x + last.width - first.x;
             put(block, {text, fontOf(look), TextAlign::Center, false}, look.color, band, first.x, y, wide, line);
-            rule(block, Rule::Hair, band, first.x, y + line + 0.3, wide, look.color);
+            rule(block, PrintRule::Hair, band, first.x, y + line + 0.3, wide, look.color);
             taken = line + 0.6;
         }
         i = next;
@@ -216,7 +217,7 @@ Block Composer::headings(const RowContext& context) {
     Block block;
     if (shown_.empty()) return block;
     const std::int16_t band = document_.bandIndex("headings");
-    const Style& look = style(data_->report().detail.headingStyle);
+    const PrintStyle& look = style(data_->report().detail.headingStyle);
     const FontSpec font = fontOf(look);
     const double line = lineHeight_mm(look.size_pt);
     std::vector<std::vector<std::string>> texts;
@@ -226,11 +227,11 @@ Block Composer::headings(const RowContext& context) {
         texts.push_back(measure_.lines(font, text, cellOf(columns_[c]).width));
         most = std::max(most, texts.back().size());
     }
-    const double pad = look.above == Rule::None && look.below == Rule::None ? kRowPad_mm / 2 : kHeadPad_mm;
+    const double pad = look.above == PrintRule::None && look.below == PrintRule::None ? kRowPad_mm / 2 : kHeadPad_mm;
     const double over = overHeadings(block, context, look, band, pad);
     block.height = over + static_cast<double>(most) * line + 2 * pad + 0.6;
     for (std::size_t i = 0; i < shown_.size(); ++i) {
-        const Column& column = columns_[shown_[i]];
+        const ReportColumn& column = columns_[shown_[i]];
         const Cell cell = cellOf(column);
         double y = pad + over + static_cast<double>(most - texts[i].size()) * line;
         for (const std::string& text : texts[i]) {
@@ -242,11 +243,11 @@ Block Composer::headings(const RowContext& context) {
             y += line;
         }
     }
-    const Column& last = columns_[shown_.back()];
+    const ReportColumn& last = columns_[shown_.back()];
     const double wide = last.left + last.actual;
     if (look.fill != kNoColor) {
-        Shape back{0, 0,   static_cast<float>(wide), static_cast<float>(block.height - 0.6), look.fill, kNoColor,
-                   0, band};
+        PageShape back{0, 0,   static_cast<float>(wide), static_cast<float>(block.height - 0.6), look.fill, kNoColor,
+                       0, band};
         block.content.shapes.insert(block.content.shapes.begin(), back);
     }
     rule(block, look.above, band, 0, 0, wide, look.color);
@@ -261,7 +262,7 @@ Block Composer::row(const RowContext& context, bool afterSame, bool striped) {
     const std::int16_t band = document_.bandIndex("detail");
     const int rowStyle = conditional(detail.conditions, context, detail.rowStyle);
     struct Part {
-        const Column* column;
+        const ReportColumn* column;
         Cell cell;
         Drawn it;
         std::vector<std::string> lines;
@@ -272,11 +273,11 @@ Block Composer::row(const RowContext& context, bool afterSame, bool striped) {
     RowContext before = context;
     if (before.row > 0) --before.row;
     for (const std::size_t c : shown_) {
-        const Column& column = columns_[c];
+        const ReportColumn& column = columns_[c];
         const Value value = column.value.evaluate(context);
         if (column.hideRepeated && afterSame && compareValues(value, column.value.evaluate(before)) == 0) continue;
         const bool ownRow = rowStyle != detail.rowStyle || column.style < 0;
-        const Style& look = style(conditional(column.conditions, context, ownRow ? rowStyle : column.style));
+        const PrintStyle& look = style(conditional(column.conditions, context, ownRow ? rowStyle : column.style));
         TextAlign align = column.align;
         if (align == TextAlign::Auto && column.style >= 0) align = style(column.style).align;
         const std::string& format =
@@ -294,9 +295,9 @@ Block Composer::row(const RowContext& context, bool afterSame, bool striped) {
         parts.push_back(std::move(part));
     }
     block.height = height + kRowPad_mm;
-    const Column& last = columns_[shown_.back()];
+    const ReportColumn& last = columns_[shown_.back()];
     const double wide = last.left + last.actual;
-    const Style& rowLook = style(rowStyle);
+    const PrintStyle& rowLook = style(rowStyle);
     const int back = rowLook.fill != kNoColor ? rowLook.fill : striped ? detail.stripe : kNoColor;
     if (back != kNoColor) {
         block.content.shapes.push_back(
@@ -321,14 +322,14 @@ Block Composer::row(const RowContext& context, bool afterSame, bool striped) {
 
 double Composer::totalsRow(Block& block, const Expression& label, const RowContext& context, int scope, int styleIndex,
                            std::int16_t band, double y) {
-    const Style& look = style(styleIndex);
+    const PrintStyle& look = style(styleIndex);
     const std::vector<Expression>& totals = data_->columnTotals(scope);
     const double line = lineHeight_mm(look.size_pt);
-    const double pad = look.above == Rule::None ? kRowPad_mm / 2 : 0.5;
+    const double pad = look.above == PrintRule::None ? kRowPad_mm / 2 : 0.5;
     double labelEnd = width_;
     for (const std::size_t c : shown_) {
         if (totals[c].empty()) continue;
-        const Column& column = columns_[c];
+        const ReportColumn& column = columns_[c];
         const Cell cell = cellOf(column);
         labelEnd = std::min(labelEnd, cell.x - kCellPad_mm);
         const std::string& format =
@@ -343,7 +344,10 @@ double Composer::totalsRow(Block& block, const Expression& label, const RowConte
     Drawn it = drawn(flat(label.evaluate(context).text()), "", look, TextAlign::Left, false);
     fit(it, labelEnd);
     put(block, it, look.color, band, 0, y + pad, labelEnd, line);
-    return pad + line + kRowPad_mm / 2 + (look.below == Rule::None ? 0 : look.below == Rule::Double ? 1.2 : 0.6);
+    return pad + line + kRowPad_mm / 2 +
+           (look.below == PrintRule::None     ? 0
+            : look.below == PrintRule::Double ? 1.2
+                                              : 0.6);
 }
 
 Block Composer::carried(const Expression& label, const RowContext& context, int scope) {
@@ -355,7 +359,7 @@ Block Composer::carried(const Expression& label, const RowContext& context, int 
 
 Block Composer::note(const std::string& text) {
     Block block;
-    const Style& look = style(data_->report().detail.rowStyle);
+    const PrintStyle& look = style(data_->report().detail.rowStyle);
     const double line = lineHeight_mm(look.size_pt);
     put(block, {text, fontOf(look), TextAlign::Left, false}, look.color, document_.bandIndex("detail"), 0, line, width_,
         line);

@@ -10,7 +10,7 @@ namespace kv {
 /// A text that waits for the number of pages.
 struct LateText {
     std::size_t run = 0;
-    const Item* item = nullptr;
+    const BandItem* item = nullptr;
     std::shared_ptr<const Prepared> data;
     RowContext context;
 };
@@ -19,7 +19,7 @@ struct Block {
     double height = 0;
     PaperPage content;
     std::vector<LateText> late;
-    std::vector<const Item*> subreports;  ///< laid out below the block, in order
+    std::vector<const BandItem*> subreports;  ///< laid out below the block, in order
 };
 
 class Composer {
@@ -49,36 +49,37 @@ private:
         bool number = false;
     };
 
-    double overHeadings(Block& block, const RowContext& context, const Style& look, std::int16_t band, double y);
+    double overHeadings(Block& block, const RowContext& context, const PrintStyle& look, std::int16_t band, double y);
     void splitColumns();
     void spreadColumns(const std::vector<std::size_t>& set);
-    Cell cellOf(const Column& column) const;
-    const Column* columnNamed(const std::string& name) const;
-    const Style& style(int index, int otherwise = 0) const;
+    Cell cellOf(const ReportColumn& column) const;
+    const ReportColumn* columnNamed(const std::string& name) const;
+    const PrintStyle& style(int index, int otherwise = 0) const;
     int conditional(const std::vector<Condition>& conditions, const RowContext& context, int otherwise) const;
 
     double totalsRow(Block& block, const Expression& label, const RowContext& context, int scope, int styleIndex,
                      std::int16_t band, double y);
-    void textItem(Block& block, const Item& item, const RowContext& context, std::int16_t band, double y,
+    void textItem(Block& block, const BandItem& item, const RowContext& context, std::int16_t band, double y,
                   double& height);
-    double textHeight(const Item& item, const std::string& text, double width) const;
-    void shapeItem(Block& block, const Item& item, const RowContext& context, std::int16_t band, double y);
-    void barcodeItem(Block& block, const Item& item, const std::string& text, std::int16_t band, double y);
+    double textHeight(const BandItem& item, const std::string& text, double width) const;
+    void shapeItem(Block& block, const BandItem& item, const RowContext& context, std::int16_t band, double y);
+    void barcodeItem(Block& block, const BandItem& item, const std::string& text, std::int16_t band, double y);
     void drillOf(Block& block, const Drill& drill, const RowContext& context, double x, double y, double w, double h);
 
     void put(Block& block, const Drawn& drawn, int color, std::int16_t band, double x, double y, double w, double h);
-    void rule(Block& block, Rule kind, std::int16_t band, double x, double y, double w, int color);
-    Drawn drawn(const Value& value, const std::string& format, const Style& style, TextAlign align, bool tabular) const;
+    void rule(Block& block, PrintRule kind, std::int16_t band, double x, double y, double w, int color);
+    Drawn drawn(const Value& value, const std::string& format, const PrintStyle& style, TextAlign align,
+                bool tabular) const;
     /// Makes the text fit: figures shrink, texts are cut.
     void fit(Drawn& drawn, double width);
-    double boxWidth(const Item& item) const;
-    double boxLeft(const Item& item) const;
+    double boxWidth(const BandItem& item) const;
+    double boxLeft(const BandItem& item) const;
 
     std::shared_ptr<const Prepared> data_;
     Document& document_;
     TextMeasure& measure_;
     double width_;
-    std::vector<Column> columns_;  ///< with their places
+    std::vector<ReportColumn> columns_;  ///< with their places
     std::vector<std::vector<std::size_t>> sets_;
     std::vector<std::size_t> shown_;
 };

@@ -10,34 +10,34 @@ namespace {
 
 constexpr double kBaseline = 1.05;  // of a text's size, below the top of its line
 
-FontSpec fontOf(const Style& style) { return {style.font, style.size_pt, style.bold, style.italic}; }
+FontSpec fontOf(const PrintStyle& style) { return {style.font, style.size_pt, style.bold, style.italic}; }
 
-bool late(const Item& item) { return item.value.uses(Fact::Pages) || item.when.uses(Fact::Pages); }
+bool late(const BandItem& item) { return item.value.uses(Fact::Pages) || item.when.uses(Fact::Pages); }
 
 }  // namespace
 
-double Composer::boxLeft(const Item& item) const {
-    const Column* column = item.column.empty() ? nullptr : columnNamed(item.column);
+double Composer::boxLeft(const BandItem& item) const {
+    const ReportColumn* column = item.column.empty() ? nullptr : columnNamed(item.column);
     return column == nullptr ? item.x : cellOf(*column).x + item.x;
 }
 
-double Composer::boxWidth(const Item& item) const {
+double Composer::boxWidth(const BandItem& item) const {
     if (item.width) return *item.width;
-    const Column* column = item.column.empty() ? nullptr : columnNamed(item.column);
+    const ReportColumn* column = item.column.empty() ? nullptr : columnNamed(item.column);
     return column == nullptr ? std::max(1.0, width_ - item.x) : cellOf(*column).width - item.x;
 }
 
-double Composer::textHeight(const Item& item, const std::string& text, double width) const {
+double Composer::textHeight(const BandItem& item, const std::string& text, double width) const {
     if (item.height) return *item.height;
-    const Style& look = style(item.style);
+    const PrintStyle& look = style(item.style);
     const double line = lineHeight_mm(look.size_pt);
     if (!item.wrap) return line;
     return line * static_cast<double>(measure_.lines(fontOf(look), text, width).size());
 }
 
-void Composer::textItem(Block& block, const Item& item, const RowContext& context, std::int16_t band, double y,
+void Composer::textItem(Block& block, const BandItem& item, const RowContext& context, std::int16_t band, double y,
                         double& height) {
-    const Style& look = style(conditional(item.conditions, context, item.style));
+    const PrintStyle& look = style(conditional(item.conditions, context, item.style));
     const Value value = item.value.evaluate(context);
     Drawn it = drawn(value, item.format, look, item.align, !item.column.empty());
     const double x = boxLeft(item), w = boxWidth(item);
@@ -64,7 +64,7 @@ void Composer::textItem(Block& block, const Item& item, const RowContext& contex
     if (waits) block.late.push_back({block.content.runs.size() - 1, &item, data_, context});
 }
 
-void Composer::barcodeItem(Block& block, const Item& item, const std::string& text, std::int16_t band, double y) {
+void Composer::barcodeItem(Block& block, const BandItem& item, const std::string& text, std::int16_t band, double y) {
     if (text.empty()) return;
     const Barcode code = encodeBarcode(item.barcode, text);
     const double module = *item.width / code.modules();
@@ -79,26 +79,26 @@ void Composer::barcodeItem(Block& block, const Item& item, const std::string& te
     }
 }
 
-void Composer::shapeItem(Block& block, const Item& item, const RowContext& context, std::int16_t band, double y) {
+void Composer::shapeItem(Block& block, const BandItem& item, const RowContext& context, std::int16_t band, double y) {
     const auto x = static_cast<float>(boxLeft(item));
     const auto top = static_cast<float>(y);
     const auto weight = static_cast<float>(item.weight);
-    if (item.kind == Item::Kind::Line) {
+    if (item.kind == BandItem::Kind::Line) {
         // a line runs along its width, or down its height
         const float w = item.height ? weight : static_cast<float>(boxWidth(item));
         const float h = item.height ? static_cast<float>(*item.height) : weight;
         block.content.shapes.push_back({x, top, w, h, item.color, kNoColor, 0, band});
-    } else if (item.kind == Item::Kind::Box) {
+    } else if (item.kind == BandItem::Kind::Box) {
         const int stroke = item.weight > 0 ? item.color : kNoColor;
         block.content.shapes.push_back({x, top, static_cast<float>(*item.width), static_cast<float>(*item.height),
                                         item.fill, stroke, weight, band});
-    } else if (item.kind == Item::Kind::Image) {
+    } else if (item.kind == BandItem::Kind::Image) {
         const std::string name = item.value.evaluate(context).text();
         if (name.empty()) return;
         const std::string path = name[0] == '/' ? name : buildPath(data_->report().folder, name);
         block.content.pictures.push_back(
             {x, top, static_cast<float>(*item.width), static_cast<float>(*item.height), path, band});
-    } else if (item.kind == Item::Kind::Barcode) {
+    } else if (item.kind == BandItem::Kind::Barcode) {
         barcodeItem(block, item, item.value.evaluate(context).text(), band, y);
     }
 }
@@ -116,11 +116,11 @@ Block Composer::band(const Band& band, const RowContext& context, int totalsScop
     std::map<int, double> sizes;
     std::vector<bool> shown(band.items.size(), true);
     for (std::size_t i = 0; i < band.items.size(); ++i) {
-        const Item& item = band.items[i];
+        const BandItem& item = band.items[i];
         const bool placed = item.column.empty() || columnNamed(item.column) != nullptr;
         const bool waits = late(item);
         shown[i] = placed && (full || waits || item.when.empty() || truthOf(item.when.evaluate(context)));
-        if (!shown[i] || item.kind != Item::Kind::Text || item.line <= 0) continue;
+        if (!shown[i] || item.kind != BandItem::Kind::Text || item.line <= 0) continue;
         const std::string text = item.value.evaluate(context).text();
         if (text.empty() && !full && !waits) continue;
         double& size = sizes[item.line];
@@ -136,9 +136,9 @@ Block Composer::band(const Band& band, const RowContext& context, int totalsScop
     }
     double bottom = flow;
     for (std::size_t i = 0; i < band.items.size(); ++i) {
-        const Item& item = band.items[i];
+        const BandItem& item = band.items[i];
         if (!shown[i]) continue;
-        if (item.kind == Item::Kind::SubReport) {
+        if (item.kind == BandItem::Kind::SubReport) {
             block.subreports.push_back(&item);
             continue;
         }
@@ -146,8 +146,8 @@ Block Composer::band(const Band& band, const RowContext& context, int totalsScop
         double y = item.line > 0 ? tops[item.line] : top + item.y;
         // texts of different sizes on one line stand on one baseline
         if (item.line > 0) y += (sizes[item.line] - style(item.style).size_pt) * kMmPerPoint * kBaseline;
-        double height = item.height.value_or(item.kind == Item::Kind::Line ? item.weight : 0);
-        if (item.kind == Item::Kind::Text) {
+        double height = item.height.value_or(item.kind == BandItem::Kind::Line ? item.weight : 0);
+        if (item.kind == BandItem::Kind::Text) {
             textItem(block, item, context, name, y, height);
         } else {
             shapeItem(block, item, context, name, y);

@@ -39,9 +39,9 @@ std::vector<Head> columnsOf(const CrossTab& tab, std::size_t rows,
     return heads;
 }
 
-Column generated(const CrossTab& tab, const std::string& field, const std::string& heading, bool bold,
-                 const Template& report) {
-    Column column;
+ReportColumn generated(const CrossTab& tab, const std::string& field, const std::string& heading, bool bold,
+                       const Template& report) {
+    ReportColumn column;
     column.name = field;
     column.place = tab.place;
     column.heading = Expression::constant(heading);

@@ -45,11 +45,11 @@ std::string pageList(const Document& document) {
         const PaperPage& page = document.pages[p];
         out += "page " + std::to_string(p + 1) + "\n";
         std::vector<Line> lines;
-        for (const Shape& s : page.shapes) {
+        for (const PageShape& s : page.shapes) {
             const std::string size = mm(s.width) + " x " + Format(s.height, "0.00");
             lines.push_back({s.y, s.x, place(document, s.band, s.x, s.y) + "[" + size + "]"});
         }
-        for (const Picture& s : page.pictures) {
+        for (const PageImage& s : page.pictures) {
             lines.push_back({s.y, s.x, place(document, s.band, s.x, s.y) + "[picture " + s.path + "]"});
         }
         for (const TextRun& r : page.runs) {

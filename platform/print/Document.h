@@ -31,7 +31,7 @@ struct TextRun {
 };
 
 /// A filled or outlined rectangle; a line is a filled one.
-struct Shape {
+struct PageShape {
     float x = 0, y = 0, width = 0, height = 0;
     int fill = kNoColor;
     int stroke = kNoColor;
@@ -39,24 +39,24 @@ struct Shape {
     std::int16_t band = 0;
 };
 
-struct Picture {
+struct PageImage {
     float x = 0, y = 0, width = 0, height = 0;
     std::string path;
     std::int16_t band = 0;
 };
 
 /// A place that leads to a screen.
-struct Link {
+struct PageLink {
     float x = 0, y = 0, width = 0, height = 0;
     std::string screen;
     std::string key;
 };
 
 struct PaperPage {
-    std::vector<Shape> shapes;
-    std::vector<Picture> pictures;
+    std::vector<PageShape> shapes;
+    std::vector<PageImage> pictures;
     std::vector<TextRun> runs;
-    std::vector<Link> links;
+    std::vector<PageLink> links;
 };
 
 /// One line of the group tree.

@@ -30,7 +30,7 @@ constexpr int kScopeOwn = -3;  ///< that of the band in which the total stands
 constexpr int kScopePage = -2;
 constexpr int kScopeReport = -1;  // groups count from 0
 
-struct Function;
+struct ExprFunction;
 
 struct ExprNode {
     enum class Op {
@@ -67,7 +67,7 @@ struct ExprNode {
     std::string name;  ///< of a field, parameter or function; the scope's name of a total
     int source = 0;    ///< Field: number of the source
     int slot = -1;     ///< Field, Parameter, Total: index after binding
-    const Function* function = nullptr;
+    const ExprFunction* function = nullptr;
     TotalKind total = TotalKind::Sum;
     Fact fact = Fact::PageNumber;
     std::vector<ExprNode> args;
@@ -132,15 +132,15 @@ private:
 };
 
 /// A function of the language without side effects: table in Functions.cpp.
-struct Function {
+struct ExprFunction {
     const char* name;
     int least;
     int most;  ///< -1: any number
     Value (*call)(const std::vector<Value>& args);
     const char* help;  ///< "left(text, n): the first n characters"
 };
-const std::vector<Function>& expressionFunctions();
-const Function* findFunction(std::string_view name);
+const std::vector<ExprFunction>& expressionFunctions();
+const ExprFunction* findFunction(std::string_view name);
 
 /// Arithmetic of the language: whole numbers and amounts stay exact, null counts as zero.
 Value addValues(const Value& a, const Value& b);

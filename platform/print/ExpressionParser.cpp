@@ -405,7 +405,7 @@ private:
         return node;
     }
     static ExprNode plainCall(ExprNode node, const Token& name) {
-        const Function* function = findFunction(name.text);
+        const ExprFunction* function = findFunction(name.text);
         if (function == nullptr) fail(name.at, "there is no function '" + name.text + "'");
         const int given = static_cast<int>(node.args.size());
         if (given < function->least || (function->most >= 0 && given > function->most)) {

@@ -143,9 +143,9 @@ Value numberWords(const Args& a) { return numberInWords(a[0].integer()); }
 
 }  // namespace
 
-const std::vector<Function>& expressionFunctions() {
+const std::vector<ExprFunction>& expressionFunctions() {
     // clang-format off
-    static const std::vector<Function> kFunctions = {
+    static const std::vector<ExprFunction> kFunctions = {
         {"upper", 1, 1, upper, "upper(text): in capitals"},
         {"lower", 1, 1, lower, "lower(text): in small letters"},
         {"proper", 1, 1, proper, "proper(text): each word with a capital"},
@@ -191,8 +191,8 @@ const std::vector<Function>& expressionFunctions() {
     return kFunctions;
 }
 
-const Function* findFunction(std::string_view name) {
-    for (const Function& f : expressionFunctions()) {
+const ExprFunction* findFunction(std::string_view name) {
+    for (const ExprFunction& f : expressionFunctions()) {
         if (equalsNoCase(f.name, name)) return &f;
     }
     return nullptr;

@@ -7,7 +7,7 @@ namespace kv {
 
 /// Gives the rows of a sub-report for one place of the outer report.
 using SubreportRows =
-    std::function<std::shared_ptr<const Prepared>(const Item&, const RowContext&, const Prepared& outer)>;
+    std::function<std::shared_ptr<const Prepared>(const BandItem&, const RowContext&, const Prepared& outer)>;
 
 /// The growing document: where the next block goes, and what happens at the end of a page.
 class PageFlow {
@@ -88,7 +88,7 @@ private:
     double reserveAfter(std::size_t row);
     void place(const Block& block, std::size_t row);
     void placeOrTurn(const Block& block, std::size_t row);
-    void subreport(const Item& item, std::size_t row);
+    void subreport(const BandItem& item, std::size_t row);
     int startingLevel(std::size_t row) const;
     int levels() const { return static_cast<int>(data_->report().groups.size()); }
 

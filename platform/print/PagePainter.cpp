@@ -45,7 +45,7 @@ const QFont& PagePainter::font(int index) {
     return fonts_[static_cast<std::size_t>(index)];
 }
 
-void PagePainter::shape(QPainter& painter, const Shape& shape, bool onScreen) {
+void PagePainter::shape(QPainter& painter, const PageShape& shape, bool onScreen) {
     const QRectF rect = rectOf(shape.x, shape.y, shape.width, shape.height);
     if (shape.fill != kNoColor) {
         if (onScreen) {
@@ -60,7 +60,7 @@ void PagePainter::shape(QPainter& painter, const Shape& shape, bool onScreen) {
     painter.drawRect(rect);
 }
 
-void PagePainter::picture(QPainter& painter, const Picture& picture) {
+void PagePainter::picture(QPainter& painter, const PageImage& picture) {
     auto [known, fresh] = images_.try_emplace(picture.path);
     if (fresh) known->second.load(QString::fromStdString(picture.path));
     if (known->second.isNull()) return;
@@ -84,8 +84,8 @@ void PagePainter::run(QPainter& painter, const TextRun& run) {
 void PagePainter::paint(QPainter& painter, const PaperPage& page, double dotsPerMm, bool onScreen) {
     painter.save();
     painter.scale(dotsPerMm / kUnitsPerMm, dotsPerMm / kUnitsPerMm);
-    for (const Shape& s : page.shapes) shape(painter, s, onScreen);
-    for (const Picture& p : page.pictures) picture(painter, p);
+    for (const PageShape& s : page.shapes) shape(painter, s, onScreen);
+    for (const PageImage& p : page.pictures) picture(painter, p);
     for (const TextRun& r : page.runs) run(painter, r);
     painter.restore();
 }

@@ -19,8 +19,8 @@ public:
     void paint(QPainter& painter, const PaperPage& page, double dotsPerMm, bool onScreen);
 
 private:
-    void shape(QPainter& painter, const Shape& shape, bool onScreen);
-    void picture(QPainter& painter, const Picture& picture);
+    void shape(QPainter& painter, const PageShape& shape, bool onScreen);
+    void picture(QPainter& painter, const PageImage& picture);
     void run(QPainter& painter, const TextRun& run);
     const QFont& font(int index);
 

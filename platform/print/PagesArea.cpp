@@ -191,11 +191,11 @@ std::optional<std::pair<int, QPointF>> PagesArea::placeAt(const QPoint& at) cons
     return std::nullopt;
 }
 
-const Link* PagesArea::linkAt(const QPoint& at) const {
+const PageLink* PagesArea::linkAt(const QPoint& at) const {
     const auto place = placeAt(at);
     if (!place) return nullptr;
-    const Link* best = nullptr;
-    for (const Link& link : document_->pages[static_cast<std::size_t>(place->first)].links) {
+    const PageLink* best = nullptr;
+    for (const PageLink& link : document_->pages[static_cast<std::size_t>(place->first)].links) {
         const bool inside = QRectF(link.x, link.y, link.width, link.height).contains(place->second);
         // the narrowest wins: a figure's own way over its row's
         if (inside && (best == nullptr || link.width < best->width)) best = &link;
@@ -233,7 +233,7 @@ void PagesArea::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void PagesArea::mouseDoubleClickEvent(QMouseEvent* event) {
-    const Link* link = linkAt(event->position().toPoint());
+    const PageLink* link = linkAt(event->position().toPoint());
     if (link != nullptr && onDrill) onDrill(*link);
 }
 
@@ -284,7 +284,7 @@ QString PagesArea::selectedText() const {
     return out;
 }
 
-const Link* PagesArea::currentLink() const {
+const PageLink* PagesArea::currentLink() const {
     if (selected_.empty()) return nullptr;
     const auto [page, run] = *selected_.begin();
     const TextRun& r = document_->pages[static_cast<std::size_t>(page)].runs[run];
@@ -319,7 +319,7 @@ void PagesArea::keyPressEvent(QKeyEvent* event) {
             return step(-1);
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            if (const Link* link = currentLink(); link != nullptr && onDrill) onDrill(*link);
+            if (const PageLink* link = currentLink(); link != nullptr && onDrill) onDrill(*link);
             return;
         case Qt::Key_Escape:
             return event->ignore();

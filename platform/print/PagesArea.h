@@ -31,12 +31,12 @@ public:
     void setHits(std::vector<std::pair<int, std::size_t>> hits, int current);
     void selectOnly(int page, std::size_t run);
     QString selectedText() const;
-    const Link* currentLink() const;
+    const PageLink* currentLink() const;
     void clearSelection();
     void forgetPictures();
 
     std::function<void()> onScrolled;
-    std::function<void(const Link&)> onDrill;
+    std::function<void(const PageLink&)> onDrill;
     std::function<bool(QKeyEvent*)> onKey;
 
 protected:
@@ -59,7 +59,7 @@ private:
     const QPixmap& picture(int page);
     void paintMarks(QPainter& painter, int page);
     std::optional<std::pair<int, QPointF>> placeAt(const QPoint& at) const;  ///< page and millimetres
-    const Link* linkAt(const QPoint& at) const;
+    const PageLink* linkAt(const QPoint& at) const;
     void selectBetween(const QPoint& from, const QPoint& to);
     void step(int direction);
 

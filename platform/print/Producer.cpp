@@ -56,7 +56,7 @@ RowContext Producer::context(std::size_t row) const {
 
 void Producer::place(const Block& block, std::size_t row) {
     flow_.place(block, x_);
-    for (const Item* item : block.subreports) subreport(*item, row);
+    for (const BandItem* item : block.subreports) subreport(*item, row);
 }
 
 /// Room was found for the row as a whole; a sub-report in it may have used that up.
@@ -136,7 +136,7 @@ Producer::RowBlocks Producer::blocksOf(std::size_t row) {
     const Template& report = data_->report();
     const RowContext at = context(row);
     for (int level = startingLevel(row); level < levels(); ++level) {
-        const Group& group = report.groups[static_cast<std::size_t>(level)];
+        const ReportGroup& group = report.groups[static_cast<std::size_t>(level)];
         out.headers.push_back(composer_.band(group.header, at, level));
         if (report.detail.headings == group.name) out.headers.push_back(composer_.headings(at));
     }
@@ -156,7 +156,7 @@ std::vector<Block> Producer::continuation(std::size_t row) {
     if (report.detail.headings == "page") out.push_back(composer_.headings(at));
     const int starting = startingLevel(row);
     for (int level = 0; level < starting; ++level) {
-        const Group& group = report.groups[static_cast<std::size_t>(level)];
+        const ReportGroup& group = report.groups[static_cast<std::size_t>(level)];
         if (group.repeatHeader) out.push_back(composer_.band(group.header, at, level));
         if (report.detail.headings == group.name) out.push_back(composer_.headings(at));
     }
@@ -227,7 +227,7 @@ void Producer::turnPage(std::size_t row) {
 void Producer::headersDone(std::size_t row) {
     if (!main_ || set_ > 0) return;
     for (int level = startingLevel(row); level < levels(); ++level) {
-        const Group& group = data_->report().groups[static_cast<std::size_t>(level)];
+        const ReportGroup& group = data_->report().groups[static_cast<std::size_t>(level)];
         const Value label = (group.label.empty() ? group.by : group.label).evaluate(context(row));
         document_.tree.push_back({level, label.text(), flow_.page(), static_cast<float>(flow_.y())});
     }
@@ -258,7 +258,7 @@ void Producer::layRow(std::size_t row) {
     for (const Block& block : blocks.footers) placeOrTurn(block, row);
 }
 
-void Producer::subreport(const Item& item, std::size_t row) {
+void Producer::subreport(const BandItem& item, std::size_t row) {
     if (!subreportRows_) return;
     const auto rows = subreportRows_(item, context(row), *data_);
     if (!rows || rows->rowCount() > kSubreportRowsMost) return;

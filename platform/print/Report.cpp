@@ -143,7 +143,7 @@ std::vector<ResultSet> Report::readSources(const std::vector<Value>& values) {
 void Report::prepare(std::vector<ResultSet> rows, std::vector<Value> values) {
     layouter_.reset();
     data_ = std::make_shared<Prepared>(template_, std::move(rows), std::move(values), RunFacts{description_, Now()});
-    layouter_ = std::make_unique<Layouter>(data_, [this](const Item& item, const RowContext& at,
+    layouter_ = std::make_unique<Layouter>(data_, [this](const BandItem& item, const RowContext& at,
                                                          const Prepared& outer) { return rowsFor(item, at, outer); });
 }
 
@@ -169,7 +169,8 @@ const Prepared& Report::data() const {
 }
 
 /// Finds the report that owns the item's sub-report, then its rows for this place.
-std::shared_ptr<const Prepared> Report::rowsFor(const Item& item, const RowContext& outer, const Prepared& outerData) {
+std::shared_ptr<const Prepared> Report::rowsFor(const BandItem& item, const RowContext& outer,
+                                                const Prepared& outerData) {
     const auto own = subreports_.find(item.subreport);
     const bool mine = own != subreports_.end() && outerData.report().subreports.contains(item.subreport);
     if (mine) {
@@ -185,7 +186,7 @@ std::shared_ptr<const Prepared> Report::rowsFor(const Item& item, const RowConte
 }
 
 /// Values come from the place (`with`), from what the caller bound, from the outer report's parameter of that name.
-std::shared_ptr<const Prepared> Report::subreportRows(const Item& item, const RowContext& context,
+std::shared_ptr<const Prepared> Report::subreportRows(const BandItem& item, const RowContext& context,
                                                       const Prepared& outer) {
     const std::vector<std::optional<Value>> bound = values_;
     for (const auto& [name, value] : item.with) setValue(name, value.evaluate(context));

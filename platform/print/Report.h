@@ -97,8 +97,9 @@ private:
     std::vector<ResultSet> readSources(const std::vector<Value>& values);
     ResultSet readSource(const SourceDef& source, const std::vector<Value>& values);
     void prepare(std::vector<ResultSet> rows, std::vector<Value> values);
-    std::shared_ptr<const Prepared> subreportRows(const Item& item, const RowContext& context, const Prepared& outer);
-    std::shared_ptr<const Prepared> rowsFor(const Item& item, const RowContext& outer, const Prepared& outerData);
+    std::shared_ptr<const Prepared> subreportRows(const BandItem& item, const RowContext& context,
+                                                  const Prepared& outer);
+    std::shared_ptr<const Prepared> rowsFor(const BandItem& item, const RowContext& outer, const Prepared& outerData);
 
     Template template_;
     std::vector<std::optional<Value>> values_;

@@ -162,7 +162,7 @@ ReportView::ReportView(Form& owner, std::string name)
             impl_->area->goTo(item->data(0, Qt::UserRole).toInt(), item->data(0, Qt::UserRole + 1).toDouble());
     });
     in.area->onScrolled = [this] { showState(); };
-    in.area->onDrill = [this](const Link& link) { drill(link.screen, link.key); };
+    in.area->onDrill = [this](const PageLink& link) { drill(link.screen, link.key); };
     in.area->onKey = [this](QKeyEvent* event) { return key(event->key(), event->modifiers()); };
     onThemeChanged(in.frame, [this] { impl_->area->viewport()->update(); });
     adopt(in.frame);

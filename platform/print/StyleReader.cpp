@@ -18,31 +18,31 @@ struct BuiltIn {
     bool italic;
     int color;
     TextAlign align;
-    Rule above;
-    Rule below;
+    PrintRule above;
+    PrintRule below;
 };
 
 /// The styles that every template has; size 0 keeps that of "normal".
 // clang-format off
 constexpr BuiltIn kBuiltIn[] = {
-    {"normal",   8.5, false, false, 0x1a1a1a, TextAlign::Auto,   Rule::None, Rule::None},
-    {"company", 12,   true,  false, 0x1a1a1a, TextAlign::Left,   Rule::None, Rule::None},
-    {"title",   11,   true,  false, 0x1a1a1a, TextAlign::Left,   Rule::None, Rule::None},
-    {"subtitle", 9,   false, false, 0x4a4a4a, TextAlign::Left,   Rule::None, Rule::None},
-    {"heading",  8,   true,  false, 0x1a1a1a, TextAlign::Auto,   Rule::Thin, Rule::Thin},
-    {"detail",   0,   false, false, 0x1a1a1a, TextAlign::Auto,   Rule::None, Rule::None},
-    {"group",    9,   true,  false, 0x1a1a1a, TextAlign::Left,   Rule::None, Rule::None},
-    {"subtotal", 0,   true,  false, 0x1a1a1a, TextAlign::Auto,   Rule::Thin, Rule::None},
-    {"grand",    0,   true,  false, 0x1a1a1a, TextAlign::Auto,   Rule::Thin, Rule::Double},
-    {"carried",  0,   false, true,  0x4a4a4a, TextAlign::Auto,   Rule::None, Rule::None},
-    {"figure",   0,   false, false, 0x1a1a1a, TextAlign::Right,  Rule::None, Rule::None},
-    {"bold",     0,   true,  false, 0x1a1a1a, TextAlign::Auto,   Rule::None, Rule::None},
-    {"small",    7,   false, false, 0x5a5a5a, TextAlign::Auto,   Rule::None, Rule::None},
-    {"alert",    0,   false, false, 0xb00020, TextAlign::Auto,   Rule::None, Rule::None},
+    {"normal",   8.5, false, false, 0x1a1a1a, TextAlign::Auto,   PrintRule::None, PrintRule::None},
+    {"company", 12,   true,  false, 0x1a1a1a, TextAlign::Left,   PrintRule::None, PrintRule::None},
+    {"title",   11,   true,  false, 0x1a1a1a, TextAlign::Left,   PrintRule::None, PrintRule::None},
+    {"subtitle", 9,   false, false, 0x4a4a4a, TextAlign::Left,   PrintRule::None, PrintRule::None},
+    {"heading",  8,   true,  false, 0x1a1a1a, TextAlign::Auto,   PrintRule::Thin, PrintRule::Thin},
+    {"detail",   0,   false, false, 0x1a1a1a, TextAlign::Auto,   PrintRule::None, PrintRule::None},
+    {"group",    9,   true,  false, 0x1a1a1a, TextAlign::Left,   PrintRule::None, PrintRule::None},
+    {"subtotal", 0,   true,  false, 0x1a1a1a, TextAlign::Auto,   PrintRule::Thin, PrintRule::None},
+    {"grand",    0,   true,  false, 0x1a1a1a, TextAlign::Auto,   PrintRule::Thin, PrintRule::Double},
+    {"carried",  0,   false, true,  0x4a4a4a, TextAlign::Auto,   PrintRule::None, PrintRule::None},
+    {"figure",   0,   false, false, 0x1a1a1a, TextAlign::Right,  PrintRule::None, PrintRule::None},
+    {"bold",     0,   true,  false, 0x1a1a1a, TextAlign::Auto,   PrintRule::None, PrintRule::None},
+    {"small",    7,   false, false, 0x5a5a5a, TextAlign::Auto,   PrintRule::None, PrintRule::None},
+    {"alert",    0,   false, false, 0xb00020, TextAlign::Auto,   PrintRule::None, PrintRule::None},
 };
 // clang-format on
 
-void readStyle(Style& style, TableReader& in) {
+void readStyle(PrintStyle& style, TableReader& in) {
     style.font = in.text("font", style.font);
     style.size_pt = in.number("size", style.size_pt, 3, 96);
     style.bold = in.flag("bold", style.bold);
@@ -55,8 +55,8 @@ void readStyle(Style& style, TableReader& in) {
     style.below = readRule(in, "below", style.below);
 }
 
-Style standardStyle(const BuiltIn& b, const Style& normal) {
-    Style style = normal;
+PrintStyle standardStyle(const BuiltIn& b, const PrintStyle& normal) {
+    PrintStyle style = normal;
     style.name = b.name;
     if (b.size_pt > 0) style.size_pt = b.size_pt;
     style.bold = b.bold;
@@ -68,8 +68,8 @@ Style standardStyle(const BuiltIn& b, const Style& normal) {
     return style;
 }
 
-Style* styleNamed(std::vector<Style>& styles, std::string_view name) {
-    auto at = std::find_if(styles.begin(), styles.end(), [&](const Style& s) { return s.name == name; });
+PrintStyle* styleNamed(std::vector<PrintStyle>& styles, std::string_view name) {
+    auto at = std::find_if(styles.begin(), styles.end(), [&](const PrintStyle& s) { return s.name == name; });
     return at == styles.end() ? nullptr : &*at;
 }
 
@@ -212,8 +212,8 @@ TextAlign readAlign(TableReader& in) {
     return static_cast<TextAlign>(in.word("align", {"auto", "left", "right", "center"}, 0));
 }
 
-Rule readRule(TableReader& in, std::string_view key, Rule standard) {
-    return static_cast<Rule>(in.word(key, kRules, static_cast<int>(standard)));
+PrintRule readRule(TableReader& in, std::string_view key, PrintRule standard) {
+    return static_cast<PrintRule>(in.word(key, kRules, static_cast<int>(standard)));
 }
 
 std::string readFormat(TableReader& in, std::string_view key) {
@@ -223,9 +223,9 @@ std::string readFormat(TableReader& in, std::string_view key) {
     return pattern;
 }
 
-std::vector<Style> readStyles(const TextNode* styles, std::vector<Mistake>& mistakes) {
-    std::vector<Style> out;
-    Style normal;
+std::vector<PrintStyle> readStyles(const TextNode* styles, std::vector<Mistake>& mistakes) {
+    std::vector<PrintStyle> out;
+    PrintStyle normal;
     normal.name = "normal";
     if (const TextNode* own = styles != nullptr ? styles->find("normal") : nullptr) {
         TableReader in(own, "the style 'normal'", mistakes);
@@ -240,11 +240,11 @@ std::vector<Style> readStyles(const TextNode* styles, std::vector<Mistake>& mist
     for (const TextNode::Member& member : styles->members) {
         if (member.key == "normal") continue;
         TableReader in(&member.value, "the style '" + member.key + "'", mistakes);
-        Style style = normal;
-        if (const Style* known = styleNamed(out, member.key)) style = *known;
+        PrintStyle style = normal;
+        if (const PrintStyle* known = styleNamed(out, member.key)) style = *known;
         const std::string based = in.text("based");
         if (!based.empty()) {
-            const Style* base = styleNamed(out, based);
+            const PrintStyle* base = styleNamed(out, based);
             if (base == nullptr)
                 in.mistake(in.node("based")->place, "there is no style '" + based + "' above this one");
             if (base != nullptr) style = *base;
@@ -252,7 +252,7 @@ std::vector<Style> readStyles(const TextNode* styles, std::vector<Mistake>& mist
         style.name = member.key;
         readStyle(style, in);
         in.finish();
-        if (Style* known = styleNamed(out, member.key)) {
+        if (PrintStyle* known = styleNamed(out, member.key)) {
             *known = style;
         } else {
             out.push_back(style);

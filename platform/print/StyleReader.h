@@ -43,10 +43,10 @@ private:
 };
 
 TextAlign readAlign(TableReader& in);
-Rule readRule(TableReader& in, std::string_view key, Rule standard);
+PrintRule readRule(TableReader& in, std::string_view key, PrintRule standard);
 std::string readFormat(TableReader& in, std::string_view key = "format");
 
 /// All styles of a template: the built-in ones with what `[style.NAME]` tables change, "normal" first.
-std::vector<Style> readStyles(const TextNode* styles, std::vector<Mistake>& mistakes);
+std::vector<PrintStyle> readStyles(const TextNode* styles, std::vector<Mistake>& mistakes);
 
 }  // namespace kv

@@ -13,8 +13,8 @@ bool ofPage(const Expression& e) { return e.uses(Fact::PageNumber) || e.uses(Fac
 /// The texts of a band, a line each, without what belongs to a page.
 std::vector<std::string> bandLines(const Band& band, const RowContext& context) {
     std::map<double, std::string> lines;
-    for (const Item& item : band.items) {
-        if (item.kind != Item::Kind::Text || ofPage(item.value) || ofPage(item.when)) continue;
+    for (const BandItem& item : band.items) {
+        if (item.kind != BandItem::Kind::Text || ofPage(item.value) || ofPage(item.when)) continue;
         if (!item.when.empty() && !truthOf(item.when.evaluate(context))) continue;
         const std::string text = formatCell(item.value.evaluate(context), item.format);
         std::string& line = lines[item.line > 0 ? item.line : 1000 + item.y];
@@ -34,7 +34,7 @@ public:
 
     void run() {
         const Template& report = data_.report();
-        for (const Column& c : report.columns) {
+        for (const ReportColumn& c : report.columns) {
             if (c.when.empty() || truthOf(c.when.evaluate(at_)))
                 shown_.push_back(static_cast<std::size_t>(&c - report.columns.data()));
         }
@@ -57,7 +57,7 @@ private:
     std::vector<TableColumn> heads() const {
         std::vector<TableColumn> out;
         for (const std::size_t c : shown_) {
-            const Column& column = data_.report().columns[c];
+            const ReportColumn& column = data_.report().columns[c];
             std::string format = column.format;
             if (format.empty() && column.style >= 0)
                 format = data_.report().styles[static_cast<std::size_t>(column.style)].format;
@@ -147,7 +147,7 @@ public:
         for (const TableColumn& c : columns) cells.push_back(c.heading);
         widths_.assign(columns.size(), 0);
         add(Kind::Cells, cells);
-        lines_.push_back({Kind::Rule, {}});
+        lines_.push_back({Kind::PrintRule, {}});
     }
     void groupHead(const std::string& text, int level) override {
         if (level == 0) lines_.push_back({Kind::Plain, {""}});
@@ -182,7 +182,7 @@ public:
     }
 
 private:
-    enum class Kind { Plain, Cells, Rule, TotalRule, Total };
+    enum class Kind { Plain, Cells, PrintRule, TotalRule, Total };
     struct Line {
         Kind kind;
         std::vector<std::string> cells;
@@ -205,9 +205,9 @@ private:
         std::string out;
         bool figure = false;
         for (std::size_t i = 0; i < widths_.size(); ++i) {
-            const bool blank = line.kind != Kind::Rule && line.cells[i].empty();
+            const bool blank = line.kind != Kind::PrintRule && line.cells[i].empty();
             std::string cell = blank ? "" : line.cells.empty() ? "" : line.cells[i];
-            const bool ruled = line.kind == Kind::Rule || (line.kind == Kind::TotalRule && !blank);
+            const bool ruled = line.kind == Kind::PrintRule || (line.kind == Kind::TotalRule && !blank);
             if (ruled) cell = std::string(widths_[i], '-');
             figure = figure || !blank;
             if (i > 0) out += "  ";

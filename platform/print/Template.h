@@ -36,10 +36,10 @@ struct SourceDef {
 };
 
 enum class TextAlign { Auto, Left, Right, Center };
-enum class Rule { None, Hair, Thin, Medium, Double };
+enum class PrintRule { None, Hair, Thin, Medium, Double };
 constexpr int kNoColor = -1;
 
-struct Style {
+struct PrintStyle {
     std::string name;
     std::string font = "Noto Sans";
     double size_pt = 8.5;
@@ -49,8 +49,8 @@ struct Style {
     int fill = kNoColor;
     TextAlign align = TextAlign::Auto;
     std::string format;
-    Rule above = Rule::None;
-    Rule below = Rule::None;
+    PrintRule above = PrintRule::None;
+    PrintRule below = PrintRule::None;
 };
 
 /// The screen and the key that stand behind a row or a figure.
@@ -65,7 +65,7 @@ struct Condition {
 };
 
 /// One thing placed in a band. Lengths in millimetres from the band's upper left corner.
-struct Item {
+struct BandItem {
     enum class Kind { Text, Line, Box, Image, Barcode, SubReport };
     Kind kind = Kind::Text;
     TextPlace place;
@@ -104,13 +104,13 @@ struct Band {
     Expression when;
     NewPage newPage = NewPage::No;
     bool atBottom = false;
-    std::vector<Item> items;
+    std::vector<BandItem> items;
     Drill drill;
     Expression totals;  ///< label of a row of the columns' totals; empty without one
     int totalsStyle = -1;
 };
 
-struct Column {
+struct ReportColumn {
     std::string name;
     TextPlace place;
     Expression heading;
@@ -131,7 +131,7 @@ struct Column {
     bool generated = false;  ///< made by a cross-tab
 };
 
-struct Group {
+struct ReportGroup {
     std::string name;
     TextPlace place;
     Expression by;
@@ -155,7 +155,7 @@ struct Detail {
     int headingStyle = -1;
     int rowStyle = -1;
     std::vector<Condition> conditions;  ///< of the whole row
-    Rule rules = Rule::None;            ///< between rows
+    PrintRule rules = PrintRule::None;  ///< between rows
     int stripe = kNoColor;              ///< background of every second row
     std::string emptyText;
     Expression carriedTo;     ///< label at the foot of a page that goes on: "Carried forward"
@@ -194,14 +194,14 @@ struct Template {
     PageSetup page;
     std::vector<ParameterDef> parameters;
     std::vector<SourceDef> sources;
-    std::vector<Style> styles;  ///< styles[0] is "normal"
+    std::vector<PrintStyle> styles;  ///< styles[0] is "normal"
     std::map<std::string, Expression> formulas;
     Expression where;
     std::vector<SortKey> sort;
     Band reportHeader, reportFooter, pageHeader, pageFooter;
-    std::vector<Group> groups;
+    std::vector<ReportGroup> groups;
     Detail detail;
-    std::vector<Column> columns;
+    std::vector<ReportColumn> columns;
     CrossTab crosstab;
     std::map<std::string, std::shared_ptr<const Template>> subreports;
 

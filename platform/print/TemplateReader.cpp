@@ -275,12 +275,12 @@ private:
             }
         }
         std::set<std::string> seen;
-        for (const Group& group : out_.groups) {
+        for (const ReportGroup& group : out_.groups) {
             if (!seen.insert(UCase(group.name)).second)
                 mistakes_.push_back({group.place, "two groups are named '" + group.name + "'"});
         }
         std::set<std::string> names;
-        for (const Column& column : out_.columns) {
+        for (const ReportColumn& column : out_.columns) {
             if (!names.insert(UCase(column.name)).second) {
                 mistakes_.push_back({column.place, "two columns are named '" + column.name + "'"});
             }
@@ -297,18 +297,18 @@ private:
         checkItems(out_.pageHeader);
         checkItems(out_.pageFooter);
         checkItems(out_.detail.band);
-        for (const Group& group : out_.groups) {
+        for (const ReportGroup& group : out_.groups) {
             checkItems(group.header);
             checkItems(group.footer);
         }
     }
 
     void checkItems(const Band& band) {
-        for (const Item& item : band.items) {
+        for (const BandItem& item : band.items) {
             if (!item.column.empty() && !names(item.column)) {
                 mistakes_.push_back({item.place, "there is no column '" + item.column + "'"});
             }
-            const bool sub = item.kind == Item::Kind::SubReport;
+            const bool sub = item.kind == BandItem::Kind::SubReport;
             if (sub && !item.subreport.empty() && !out_.subreports.contains(item.subreport)) {
                 mistakes_.push_back({item.place, "there is no [subreport." + item.subreport + "]"});
             }
@@ -318,7 +318,7 @@ private:
     }
 
     bool names(const std::string& column) const {
-        for (const Column& c : out_.columns) {
+        for (const ReportColumn& c : out_.columns) {
             if (equalsNoCase(c.name, column)) return true;
         }
         return false;
@@ -327,7 +327,7 @@ private:
     void checkWidths() {
         double fixed = 0;
         bool hiding = false;
-        for (const Column& column : out_.columns) {
+        for (const ReportColumn& column : out_.columns) {
             fixed += column.width;
             hiding = hiding || !column.when.empty();
         }

@@ -1,7 +1,5 @@
 #include "tests/print/Samples.h"
 
-#include <QApplication>
-
 namespace kv::samples {
 namespace {
 
@@ -40,16 +38,6 @@ constexpr Account kAccounts[] = {
 };
 
 }  // namespace
-
-void needToolkit() {
-    if (QCoreApplication::instance() != nullptr) return;
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("XDG_RUNTIME_DIR", "/tmp");
-    static int argc = 1;
-    static char name[] = "print_test";
-    static char* argv[] = {name, nullptr};
-    static QApplication application(argc, argv);
-}
 
 Money money(const char* text) { return *Money::parse(text); }
 
@@ -157,8 +145,6 @@ ResultSet ledger(int accounts, int lines) {
 }
 
 std::unique_ptr<Report> report(const std::string& file) {
-    needToolkit();
-    fixClock(Date(2024, 4, 5, 10, 30));
     auto out = Report::load("Reports/" + file);
     const std::pair<const char*, Value> usual[] = {{"Company", "EXAMPLE GENERAL HOSPITAL"},
                                                    {"HospitalName", "EXAMPLE GENERAL HOSPITAL"},
@@ -182,7 +168,6 @@ std::unique_ptr<Report> report(const std::string& file) {
 }
 
 std::unique_ptr<Report> fromText(const std::string& text) {
-    needToolkit();
     return std::make_unique<Report>(
         readTemplate(readTemplateText(text, "sample.rpt", "Reports/"), "sample.rpt", "Reports/"));
 }

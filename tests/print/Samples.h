@@ -1,5 +1,5 @@
 #pragma once
-// Small fixed data sets for the report tests, and the toolkit that reports need.
+// Small fixed data sets for the report tests.
 
 #include <memory>
 #include <string>
@@ -7,9 +7,6 @@
 #include "platform/print/Report.h"
 
 namespace kv::samples {
-
-/// Starts the toolkit without a display, once.
-void needToolkit();
 
 ResultSet trialBalance();
 /// `batches` batches of 2 to 5 lines; the third one is cancelled.
