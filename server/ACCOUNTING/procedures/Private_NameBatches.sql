@@ -1,11 +1,15 @@
--- Purpose: Puts the batches that a close must refuse into words.
--- Called by: Private_CloseBook, with a temporary table #Refused (Batch) of its own.
+-- Purpose: Finds the batches that a close must refuse and puts them into words.
+-- Called by: Private_RefuseBatches.
 -- Parameters:
---   @Book   AP, CD, CR, AR or JV
---   @Names  up to ten batches by the number users see, with the internal number behind it where that differs, and the count of
---           the rest; NULL when there is none
+--   @Book    AP, CD, CR, AR or JV
+--   @Period  yyyyMM
+--   @Fault   UNPOSTED or UNBALANCED
+--   @Names   up to ten batches by the number users see, with the internal number behind it where that differs, and the count of
+--            the rest; NULL when there is none
 CREATE OR ALTER PROCEDURE dbo.Private_NameBatches
     @Book varchar(4),
+    @Period varchar(6),
+    @Fault varchar(10),
     @Names varchar(1000) OUTPUT
 AS
 BEGIN
@@ -15,6 +19,20 @@ BEGIN
     DECLARE @Display varchar(30);
     DECLARE @Count int;
     DECLARE @Rest int;
+    CREATE TABLE #Refused (Batch varchar(20) NOT NULL);
+    IF @Fault = 'UNPOSTED'
+        INSERT INTO #Refused (Batch)
+        SELECT B.Batch
+        FROM dbo.vwBookBatch AS B
+        WHERE B.Book = @Book AND B.Period = @Period AND B.Cancelled = 0 AND B.Posted = 0;
+    ELSE
+        INSERT INTO #Refused (Batch)
+        SELECT L.Batch
+        FROM dbo.vwBookLine AS L
+        WHERE L.Book = @Book AND L.Period = @Period
+        GROUP BY L.Batch
+        HAVING SUM(L.Debit) <> SUM(L.Credit);
+
     SET @Names = NULL;
     SET @Count = 0;
     SELECT @Batch = MIN(R.Batch) FROM #Refused AS R;

@@ -14,14 +14,9 @@ BEGIN
 
     DECLARE @Names varchar(1000);
     DECLARE @Text varchar(1400);
-    CREATE TABLE #Refused (Batch varchar(20) NOT NULL);
     IF dbo.Private_Flag('ENABLETRANSACTIONPOSTING') = 1
     BEGIN
-        INSERT INTO #Refused (Batch)
-        SELECT B.Batch
-        FROM dbo.vwBookBatch AS B
-        WHERE B.Book = @Book AND B.Period = @Period AND B.Cancelled = 0 AND B.Posted = 0;
-        EXEC dbo.Private_NameBatches @Book, @Names OUTPUT;
+        EXEC dbo.Private_NameBatches @Book, @Period, 'UNPOSTED', @Names OUTPUT;
         IF @Names IS NOT NULL
         BEGIN
             SET @Text = 'Book ' + @Book + ' cannot be closed for period ' + @Period + '. Batches that are not posted: ' + @Names + '.';
@@ -29,13 +24,7 @@ BEGIN
         END;
     END;
 
-    INSERT INTO #Refused (Batch)
-    SELECT L.Batch
-    FROM dbo.vwBookLine AS L
-    WHERE L.Book = @Book AND L.Period = @Period
-    GROUP BY L.Batch
-    HAVING SUM(L.Debit) <> SUM(L.Credit);
-    EXEC dbo.Private_NameBatches @Book, @Names OUTPUT;
+    EXEC dbo.Private_NameBatches @Book, @Period, 'UNBALANCED', @Names OUTPUT;
     IF @Names IS NOT NULL
     BEGIN
         SET @Text = 'Book ' + @Book + ' cannot be closed for period ' + @Period + '. Batches that do not balance: ' + @Names + '.';
