@@ -21,6 +21,7 @@ struct ListView::Impl {
     std::string memoryKey() const { return owner.form().name() + "." + owner.name() + ".columns"; }
     void listen();
     void arrange();
+    int fillingColumn() const;
     void headingClicked(int column);
     void rememberWidths() const;
     void sort(int column, bool down);
@@ -49,10 +50,12 @@ void ListView::Impl::arrange() {
     QHeaderView* head = table->horizontalHeader();
     const std::vector<std::string> known = split(remembered(memoryKey()), ',');
     const auto count = static_cast<std::size_t>(rows.columnCount());
+    const int filling = fillingColumn();
     for (std::size_t i = 0; i < count; ++i) {
         const int column = static_cast<int>(i);
         const ListColumn& spec = rows.columns()[i];
-        head->setSectionResizeMode(column, spec.stretch ? QHeaderView::Stretch : QHeaderView::Interactive);
+        head->setSectionResizeMode(column,
+                                   spec.stretch || column == filling ? QHeaderView::Stretch : QHeaderView::Interactive);
         table->setColumnHidden(column, spec.width_chars <= 0);
         if (spec.width_chars <= 0) continue;
         const double kept = known.size() == count ? numberOf(known[i]) : 0;
@@ -60,6 +63,19 @@ void ListView::Impl::arrange() {
         table->setColumnWidth(column, kept >= 16 && kept < 5000 ? static_cast<int>(kept) : asked);
     }
     arranging = false;
+}
+
+/// Where no column was named to take the room that is left, the widest one of texts does; -1 where one was.
+int ListView::Impl::fillingColumn() const {
+    int widest = -1;
+    for (int i = 0; i < rows.columnCount(); ++i) {
+        const ListColumn& spec = rows.columns()[static_cast<std::size_t>(i)];
+        if (spec.stretch) return -1;
+        const bool wider =
+            widest < 0 || spec.width_chars > rows.columns()[static_cast<std::size_t>(widest)].width_chars;
+        if (spec.align == Align::Left && wider) widest = i;
+    }
+    return widest;
 }
 
 void ListView::Impl::rememberWidths() const {

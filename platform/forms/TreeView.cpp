@@ -1,5 +1,6 @@
 #include <QDropEvent>
 #include <QHeaderView>
+#include <QStyledItemDelegate>
 #include <QTreeWidget>
 #include <unordered_map>
 
@@ -14,6 +15,15 @@ namespace {
 constexpr int kKeyRole = Qt::UserRole;
 
 std::string keyOf(const QTreeWidgetItem* node) { return node ? toStd(node->data(0, kKeyRole).toString()) : ""; }
+
+/// Rows as high as those of lists.
+class TreeRows : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        return {QStyledItemDelegate::sizeHint(option, index).width(), kListRow_px};
+    }
+};
 
 /// A tree that asks before a node moves: a drop is told to the owner, who changes the tree when it will.
 class Tree : public QTreeWidget {
@@ -78,6 +88,7 @@ TreeView::TreeView(Form& form, std::string name) : Control(form, std::move(name)
     Tree& tree = *impl_->tree;
     tree.setHeaderHidden(true);
     tree.setUniformRowHeights(true);
+    tree.setItemDelegate(new TreeRows(&tree));
     tree.setEditTriggers(QAbstractItemView::NoEditTriggers);
     tree.setIconSize(QSize(16, 16));
     setOwnEnter(&tree);
