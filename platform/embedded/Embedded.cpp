@@ -21,7 +21,8 @@ public:
 
     int transactionDepth() const override { return session_ ? session_->tranCount() : 0; }
     std::string connectionString() const override {
-        return "Provider=KorvaneEmbedded;Server=This computer;Data Source=" + file_ + ";Database=" + defaultDatabase() + ";";
+        return "Provider=KorvaneEmbedded;Server=This computer;Data Source=" + file_ + ";Database=" + defaultDatabase() +
+               ";";
     }
     void setDefaultDatabase(const std::string& name) override {
         const std::string* known = live().catalog.databaseName(name);

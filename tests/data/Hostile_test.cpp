@@ -3,22 +3,22 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/odbc/SqliteDesk.h"
+#include "tests/data/Engines.h"
 
 namespace kv {
 namespace {
 
-class Hostile : public testing::Test {
+class Hostile : public testing::TestWithParam<test::Engine> {
 protected:
     void SetUp() override {
-        connection = test::openSqliteDesk();
+        connection = GetParam().open();
         if (!connection) GTEST_SKIP() << test::kNoSqliteOdbc;
         test::makeVictim(*connection);
     }
     std::unique_ptr<Connection> connection;
 };
 
-TEST_F(Hostile, TextsAreStoredAsTheyAre) {
+TEST_P(Hostile, TextsAreStoredAsTheyAre) {
     for (const auto& [title, text] : test::hostileTexts()) {
         // what arrives: the text without zero bytes and with U+FFFD for what is no UTF-8
         const std::string kept = replaceAll(escaped(text), "''", "'");
@@ -46,7 +46,7 @@ TEST_F(Hostile, TextsAreStoredAsTheyAre) {
     }
 }
 
-TEST_F(Hostile, NoTextChangesTheStructureOfACall) {
+TEST_P(Hostile, NoTextChangesTheStructureOfACall) {
     EXPECT_EQ(test::structureBreakers([](const std::string& text) {
                   return call("sp_Insert_JV2").text(text).exact(text).amount(Money()).value(Value(text)).str();
               }),
@@ -57,12 +57,14 @@ TEST_F(Hostile, NoTextChangesTheStructureOfACall) {
               std::vector<std::string>());
 }
 
-TEST_F(Hostile, TheHarnessSeesHarm) {
+TEST_P(Hostile, TheHarnessSeesHarm) {
     // by plain concatenation the same texts do get out: a harness that cannot see it proves nothing
     const auto naive = [](const std::string& text) { return "UPDATE Victim SET Note = '" + text + "'"; };
     EXPECT_GT(test::structureBreakers(naive).size(), 8u);
     EXPECT_NE(test::harmOf(*connection, "x", [&] { connection->Execute(naive("x', Secret = 'gone")); }), "");
 }
+
+INSTANTIATE_TEST_SUITE_P(Engines, Hostile, testing::ValuesIn(test::kEngines), test::engineName);
 
 }  // namespace
 }  // namespace kv

@@ -3,19 +3,19 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/odbc/SqliteDesk.h"
+#include "tests/data/Engines.h"
 
 namespace kv {
 namespace {
 
-class UpdatableRecordset : public testing::Test {
+class UpdatableRecordset : public testing::TestWithParam<test::Engine> {
 protected:
     void SetUp() override {
-        connection = test::openSqliteDesk();
+        connection = GetParam().open();
         if (!connection) GTEST_SKIP() << test::kNoSqliteOdbc;
         connection->Execute(
-            "CREATE TABLE VEND (VendorID VARCHAR(15), Dept VARCHAR(9), Company VARCHAR(50), Rate DOUBLE, "
-            "Since TIMESTAMP, [Tax Class] INTEGER DEFAULT 3, PRIMARY KEY (VendorID, Dept))");
+            "CREATE TABLE VEND (VendorID VARCHAR(15), Dept VARCHAR(9), Company VARCHAR(50), Rate FLOAT, "
+            "Since DATETIME, [Tax Class] INT DEFAULT 3, UNIQUE (VendorID, Dept))");
     }
     std::string all() {
         std::string text;
@@ -47,7 +47,7 @@ protected:
     std::unique_ptr<Connection> connection;
 };
 
-TEST_F(UpdatableRecordset, InsertsAndUpdatesByKey) {
+TEST_P(UpdatableRecordset, InsertsAndUpdatesByKey) {
     Recordset rows = open();
     rows.addNew();
     rows.set("vendorid", "V1");
@@ -77,7 +77,7 @@ TEST_F(UpdatableRecordset, InsertsAndUpdatesByKey) {
     EXPECT_EQ(sent, "");
 }
 
-TEST_F(UpdatableRecordset, AKeyCanChangeAndMayBeNull) {
+TEST_P(UpdatableRecordset, AKeyCanChangeAndMayBeNull) {
     add("V1", Value(), "a");
     add("V2", "ER", "b");
     Recordset rows = open("VendorID = 'V1'");
@@ -88,7 +88,7 @@ TEST_F(UpdatableRecordset, AKeyCanChangeAndMayBeNull) {
     EXPECT_EQ(all(), "V2|ER|b|-|-|3|\nV9|-|c|-|-|3|\n");
 }
 
-TEST_F(UpdatableRecordset, WithoutKeysTheWholeTableIsWritten) {
+TEST_P(UpdatableRecordset, WithoutKeysTheWholeTableIsWritten) {
     add("V1", "ER", "a");
     Recordset rows = connection->OpenTable("VEND", "", {});
     rows.set("Company", "all");
@@ -96,7 +96,7 @@ TEST_F(UpdatableRecordset, WithoutKeysTheWholeTableIsWritten) {
     EXPECT_EQ(all(), "V1|ER|all|-|-|3|\n");
 }
 
-TEST_F(UpdatableRecordset, ARefusedUpdateKeepsTheChangesUntilTheyAreCancelled) {
+TEST_P(UpdatableRecordset, ARefusedUpdateKeepsTheChangesUntilTheyAreCancelled) {
     add("V1", "ER", "a");
     add("V2", "ER", "b");
     Recordset rows = open("VendorID = 'V2'");
@@ -111,13 +111,15 @@ TEST_F(UpdatableRecordset, ARefusedUpdateKeepsTheChangesUntilTheyAreCancelled) {
     EXPECT_EQ(errorOf([&] { rows.set("Company", "x"); }), 3021);
 }
 
-TEST_F(UpdatableRecordset, ARowThatAnotherUserRemovedIsTold) {
+TEST_P(UpdatableRecordset, ARowThatAnotherUserRemovedIsTold) {
     add("V1", "ER", "a");
     Recordset rows = open();
     connection->Execute("DELETE FROM VEND");
     rows.set("Company", "b");
     EXPECT_EQ(errorOf([&] { rows.update(); }), 3197);
 }
+
+INSTANTIATE_TEST_SUITE_P(Engines, UpdatableRecordset, testing::ValuesIn(test::kEngines), test::engineName);
 
 }  // namespace
 }  // namespace kv
