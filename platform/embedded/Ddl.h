@@ -42,6 +42,7 @@ private:
     void addForeignKey(const Constraint& constraint, Object& object);
     void addIndex(IndexInfo index, Object& object, const Pos& pos);
     void translate(Object& object);
+    bool constraintExists(const std::string& database, const std::string& name, const Object& fresh) const;
     std::string madeName(const char* prefix, const Object& object, const std::string& rest) const;
 
     // DdlAlter.cpp

@@ -121,9 +121,6 @@ void Ddl::alterAdd(const AlterTableStmt& stmt, Object& object) {
         addSqlColumn(object, column);
     }
     for (const Constraint& constraint : stmt.added.constraints) {
-        if (!constraint.name.empty() && interp_.catalog().find(object.database, constraint.name)) {
-            throw sqlErrorAt(static_cast<int>(constraint.pos.line), 2714, {constraint.name});
-        }
         addConstraint(constraint, "", object);
     }
     translate(object);

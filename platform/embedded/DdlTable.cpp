@@ -109,6 +109,9 @@ void Ddl::addConstraint(const Constraint& constraint, const std::string& column,
         if (index < 0) throw sqlErrorAt(line, 1911, {name});
         return object.columns[static_cast<std::size_t>(index)];
     };
+    if (!constraint.name.empty() && !object.temporary && constraintExists(object.database, constraint.name, object)) {
+        throw sqlErrorAt(line, 2714, {constraint.name});
+    }
     switch (constraint.kind) {
         case ConstraintKind::Default: {
             ColumnInfo& target = columnAt(column.empty() ? constraint.columns.front().name : column);
@@ -149,6 +152,24 @@ void Ddl::addConstraint(const Constraint& constraint, const std::string& column,
     }
 }
 
+/// Constraints share one name space in a database.
+bool Ddl::constraintExists(const std::string& database, const std::string& name, const Object& fresh) const {
+    const auto has = [&](const Object& object) {
+        const auto is = [&](const auto& item) { return equalsNoCase(item.name, name); };
+        return std::any_of(object.checks.begin(), object.checks.end(), is) ||
+               std::any_of(object.foreignKeys.begin(), object.foreignKeys.end(), is) ||
+               std::any_of(object.indexes.begin(), object.indexes.end(),
+                           [&](const IndexInfo& i) { return i.constraint && is(i); }) ||
+               std::any_of(object.columns.begin(), object.columns.end(),
+                           [&](const ColumnInfo& c) { return equalsNoCase(c.defaultName, name); });
+    };
+    if (has(fresh)) return true;
+    const std::vector<ObjectPtr> all = session_.catalog.all();
+    return std::any_of(all.begin(), all.end(), [&](const ObjectPtr& object) {
+        return equalsNoCase(object->database, database) && has(*object);
+    });
+}
+
 void Ddl::addForeignKey(const Constraint& constraint, Object& object) {
     const int line = static_cast<int>(constraint.pos.line);
     if (object.temporary) return;  // as on SQL Server: accepted and not enforced
@@ -182,6 +203,14 @@ void Ddl::addForeignKey(const Constraint& constraint, Object& object) {
     });
     if (!keyed || info.refColumns.size() != info.columns.size()) {
         throw sqlErrorAt(line, 1776, {found->name, info.name});
+    }
+    for (std::size_t i = 0; i < info.columns.size(); ++i) {
+        const int there = found->columnIndex(info.refColumns[i]);
+        if (there < 0) throw sqlErrorAt(line, 1770, {info.name, info.refColumns[i], found->name});
+        const Type& own = object.columns[static_cast<std::size_t>(object.columnIndex(info.columns[i]))].type;
+        if (own.kind != found->columns[static_cast<std::size_t>(there)].type.kind) {
+            throw sqlErrorAt(line, 1778, {found->name + "." + info.refColumns[i], info.columns[i], info.name});
+        }
     }
     info.onDelete = static_cast<int>(constraint.onDelete);
     info.onUpdate = static_cast<int>(constraint.onUpdate);

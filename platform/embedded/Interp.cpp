@@ -167,6 +167,7 @@ Flow Interp::failed(const Stmt& stmt, SqlError error) {
     if (error.line == 0) error.line = static_cast<int>(stmt.pos.line);
     if (error.procedure.empty() && frame_) error.procedure = frame_->procedure;
     lastError_ = error.number;
+    rowCount_ = 0;
     bool inFunction = false;
     bool inTrigger = false;
     for (const Frame* frame = frame_; frame; frame = frame->caller) {
@@ -177,7 +178,7 @@ Flow Interp::failed(const Stmt& stmt, SqlError error) {
     session_.noteLostTransaction();
     const bool thrown = stmt.kind == StmtKind::Throw;
     const bool raised = stmt.kind == StmtKind::RaisError;
-    const bool fatal = endsTransaction(error.number);
+    const bool fatal = endsTransaction(error.number) || std::exchange(triggerFailed_, false);
     if (insideTry() || inTrigger) {
         if (raised && !insideTry()) {
             message(error);

@@ -173,6 +173,7 @@ private:
     std::int64_t capture_ = 0;
     LocalTable* inserted_ = nullptr;  ///< of the running trigger
     LocalTable* deleted_ = nullptr;
+    bool triggerFailed_ = false;  ///< the error on its way came out of a trigger: the transaction is lost
     std::vector<std::int64_t> activeTriggers_;
     std::string now_;
 };

@@ -393,8 +393,15 @@ void Interp::insertExec(const InsertStmt& stmt) {
     }
     DmlPlan plan;
     int total = 0;
-    if (permanent) session_.beforeWrite(false);
-    execSql(session_.db(), "SAVEPOINT kv_insert");
+    if (permanent) {
+        session_.beforeWrite(false);
+        const ObjectPtr target = Emitter(*this, frame_->database, frame_->scope, plan.main).target(stmt.target, true);
+        if (!catalog().triggersOf(*target).empty()) {
+            throw notSupported("INSERT ... EXEC into a table with triggers", static_cast<int>(stmt.pos.line),
+                               static_cast<int>(stmt.pos.column));
+        }
+    }
+    session_.runKept("SAVEPOINT kv_insert");
     try {
         for (const DatumSink::Set& set : rows.sets) {
             DmlPlan fresh;
@@ -415,7 +422,7 @@ void Interp::insertExec(const InsertStmt& stmt) {
                 ++total;
             }
         }
-        execSql(session_.db(), "RELEASE kv_insert");
+        session_.runKept("RELEASE kv_insert");
     } catch (...) {
         sqlite3_exec(session_.db(), "ROLLBACK TO kv_insert; RELEASE kv_insert", nullptr, nullptr, nullptr);
         throw;

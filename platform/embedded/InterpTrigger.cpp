@@ -71,7 +71,7 @@ void Interp::prepareCapture(const Object& table) {
                 "DROP TRIGGER IF EXISTS temp." + quoted("kv_capture$" + std::to_string(table.id) + event));
         execSql(session_.db(), captureTrigger(table, event));
     }
-    session_.captures[table.physical] = nullptr;
+    session_.captures.insert(table.physical);
 }
 
 void Interp::runWithTriggers(DmlPlan& plan, const char* verb, const std::vector<ObjectPtr>& triggers) {
@@ -89,11 +89,11 @@ void Interp::runWithTriggers(DmlPlan& plan, const char* verb, const std::vector<
     LocalTable inserted = captureTable(table, true);
     LocalTable deleted = captureTable(table, false);
     const auto clear = [&] {
-        execSql(session_.db(), "DELETE FROM temp." + quoted(inserted.object->physical));
-        execSql(session_.db(), "DELETE FROM temp." + quoted(deleted.object->physical));
+        session_.runKept("DELETE FROM temp." + quoted(inserted.object->physical));
+        session_.runKept("DELETE FROM temp." + quoted(deleted.object->physical));
     };
     clear();
-    execSql(session_.db(), std::string("SAVEPOINT ") + kSavepoint);
+    session_.runKept(std::string("SAVEPOINT ") + kSavepoint);
     LocalTable* outerInserted = inserted_;
     LocalTable* outerDeleted = deleted_;
     const std::int64_t outerCapture = capture_;
@@ -122,7 +122,11 @@ void Interp::runWithTriggers(DmlPlan& plan, const char* verb, const std::vector<
         sqlite3_set_last_insert_rowid(session_.db(), identity);
     } catch (...) {
         restore();
-        if (outerTran == 0) session_.setTranCount(0);
+        if (outerTran == 0) {
+            session_.setTranCount(0);
+            session_.undoom();
+        }
+        triggerFailed_ = true;
         if (!sqlite3_get_autocommit(session_.db())) {
             sqlite3_exec(session_.db(), "ROLLBACK TO kv_statement; RELEASE kv_statement", nullptr, nullptr, nullptr);
         }
@@ -132,7 +136,7 @@ void Interp::runWithTriggers(DmlPlan& plan, const char* verb, const std::vector<
     if (session_.tranCount() == 0) throw sqlError(3609);
     if (outerTran == 0) session_.setTranCount(0);
     clear();
-    execSql(session_.db(), std::string("RELEASE ") + kSavepoint);
+    session_.runKept(std::string("RELEASE ") + kSavepoint);
     rowCount_ = rows;
     affected_ = rows;
 }

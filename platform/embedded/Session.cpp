@@ -124,6 +124,12 @@ std::int64_t Session::dataVersion() {
     return version;
 }
 
+void Session::runKept(const std::string& sql) {
+    Statement& statement = kept_[sql];
+    if (!statement) statement = Statement(db(), sql);
+    statement.run();
+}
+
 void Session::refreshCatalog() {
     const std::int64_t now = dataVersion();
     if (now == seenVersion_) return;
@@ -156,12 +162,12 @@ void Session::begin(const std::string& name) {
             const bool clean = sqlite3_total_changes64(db()) == changesAtBegin_ && !ddlInTransaction_;
             implicit_ = false;
             if (!clean) {
-                execSql(db(), "COMMIT");
+                runKept("COMMIT");
                 ddlInTransaction_ = false;
-                execSql(db(), "BEGIN IMMEDIATE");
+                runKept("BEGIN IMMEDIATE");
             }
         } else {
-            execSql(db(), "BEGIN IMMEDIATE");
+            runKept("BEGIN IMMEDIATE");
         }
         refreshCatalog();
         tranName_ = lowered(name);
@@ -174,7 +180,7 @@ void Session::commit() {
     if (tranCount_ == 0) throw sqlError(3902);
     if (doomed_) throw sqlError(3930);
     if (tranCount_ == 1) {
-        execSql(db(), "COMMIT");
+        runKept("COMMIT");
         ddlInTransaction_ = false;
         savepoints_.clear();
     }
@@ -201,7 +207,7 @@ void Session::rollback(const std::string& name) {
 
 void Session::rollbackAll() {
     const auto saved = temps.saveVariables();
-    if (!sqlite3_get_autocommit(db())) execSql(db(), "ROLLBACK");
+    if (!sqlite3_get_autocommit(db())) runKept("ROLLBACK");
     tranCount_ = 0;
     implicit_ = false;
     doomed_ = false;
@@ -211,6 +217,7 @@ void Session::rollbackAll() {
 
 void Session::afterRollback(const std::vector<std::pair<LocalTable*, TempTables::Rows>>& saved) {
     interp_->forgetLocals(temps.afterRollback(saved));
+    captures.clear();
     // The tables that catch a trigger's rows may have been made inside what was rolled back.
     captures.clear();
     if (ddlInTransaction_) {
@@ -231,7 +238,7 @@ void Session::save(const std::string& name) {
 void Session::beforeWrite(bool alone) {
     if (doomed_) throw sqlError(3930);
     if (alone || !sqlite3_get_autocommit(db())) return;
-    execSql(db(), "BEGIN IMMEDIATE");
+    runKept("BEGIN IMMEDIATE");
     implicit_ = true;
     changesAtBegin_ = sqlite3_total_changes64(db());
     refreshCatalog();
@@ -244,7 +251,7 @@ bool Session::endBatch() {
     }
     if (implicit_) {
         implicit_ = false;
-        if (!sqlite3_get_autocommit(db())) execSql(db(), "COMMIT");
+        if (!sqlite3_get_autocommit(db())) runKept("COMMIT");
         ddlInTransaction_ = false;
     }
     return true;

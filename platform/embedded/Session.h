@@ -53,6 +53,9 @@ public:
     int tranCount() const { return tranCount_; }
     bool doomed() const { return doomed_; }
     void doom() { doomed_ = tranCount_ > 0; }
+    void undoom() { doomed_ = false; }
+    /// Runs a statement without parameters and keeps it prepared: BEGIN, COMMIT, savepoints.
+    void runKept(const std::string& sql);
     void begin(const std::string& name);
     void commit();
     void rollback(const std::string& name);
@@ -86,7 +89,7 @@ public:
     EmbeddedServices::CacheCounts counts;
     std::map<std::string, ExprPtr> expressions;  ///< parsed DEFAULTs and CHECKs by their text
     std::set<std::string> registered;            ///< functions and modules that SQLite knows already
-    std::map<std::string, std::unique_ptr<Plan>> captures;
+    std::set<std::string> captures;              ///< tables whose changes are captured for triggers
 
 private:
     void open();
@@ -96,6 +99,7 @@ private:
     std::unique_ptr<Checkpointer> checkpointer_;
     std::unique_ptr<Interp> interp_;
     Statement dataVersion_;
+    std::unordered_map<std::string, Statement> kept_;
     std::int64_t seenVersion_ = -1;
     int tranCount_ = 0;
     bool implicit_ = false;

@@ -51,6 +51,10 @@ SqlError duplicateKey(const Object& table, const std::string& message) {
     return withoutValue(sqlError(2627, {"PRIMARY KEY", join(columns, ", "), shownTable(table), ""}));
 }
 
+std::string columnNote(const std::vector<std::string>& columns) {
+    return columns.size() == 1 ? ", column '" + columns[0] + "'" : "";
+}
+
 SqlError foreignKey(const Catalog& catalog, const Object& table, const std::string& verb) {
     // SQLite does not say which key failed. Inserts fail in the table's own keys, deletes in those that refer to it.
     const auto referring = catalog.referencesTo(table);
@@ -60,7 +64,8 @@ SqlError foreignKey(const Catalog& catalog, const Object& table, const std::stri
         for (const ForeignKeyInfo& key : table.foreignKeys) names.push_back(key.name);
         const ForeignKeyInfo& first = table.foreignKeys.front();
         return sqlError(547,
-                        {verb, "FOREIGN KEY", join(names, "\" or \""), first.refDatabase, "dbo." + first.refTable, ""});
+                        {verb, "FOREIGN KEY", join(names, "\" or \""), first.refDatabase, "dbo." + first.refTable,
+                              names.size() == 1 ? columnNote(first.refColumns) : ""});
     }
     for (const auto& [other, key] : referring) names.push_back(key->name);
     const std::string where = referring.empty() ? table.name : referring.front().first->name;
