@@ -19,7 +19,7 @@ BEGIN
     EXEC dbo.Private_CheckPeriod @Period;
     BEGIN TRY
         BEGIN TRANSACTION;
-        EXEC dbo.Private_RefuseBatches @Book, @Period;
+        IF dbo.Private_Flag('ENABLETRANSACTIONPOSTING') = 1 EXEC dbo.Private_RefuseBatches @Book, @Period, 'UNPOSTED';
 
         DELETE FROM dbo.GL WHERE Period = @Period AND BatchType = @Book;
         INSERT INTO dbo.GL (
@@ -28,8 +28,10 @@ BEGIN
         SELECT
             L.Period, L.Book, L.Batch, L.SeqNo, L.Code, L.Dept, L.BatchDate, L.Description, L.Debit, L.Credit, L.DocType, L.SubCode
         FROM dbo.vwBookLine AS L
-        WHERE L.Book = @Book AND L.Period = @Period;
+        WHERE L.Book = @Book AND L.Period = @Period
+        ORDER BY L.Batch, L.SeqNo;
         SET @Lines = @@ROWCOUNT;
+        EXEC dbo.Private_RefuseBatches @Book, @Period, 'UNBALANCED';
         IF @Lines = 0
             INSERT INTO dbo.GL (Period, BatchType, Batch, SeqNo, Code, Dept, Description, Debit, Credit, DocType)
             VALUES (@Period, @Book, '', 0, '', '', 'Closed without batches', 0, 0, @Book);

@@ -3,7 +3,7 @@
 -- Parameters:
 --   @Book    AP, CD, CR, AR or JV
 --   @Period  yyyyMM
---   @Fault   UNPOSTED or UNBALANCED
+--   @Fault   UNPOSTED (batches of the book) or UNBALANCED (as the ledger holds them)
 --   @Names   up to ten batches by the number users see, with the internal number behind it where that differs, and the count of
 --            the rest; NULL when there is none
 CREATE OR ALTER PROCEDURE dbo.Private_NameBatches
@@ -27,11 +27,11 @@ BEGIN
         WHERE B.Book = @Book AND B.Period = @Period AND B.Cancelled = 0 AND B.Posted = 0;
     ELSE
         INSERT INTO #Refused (Batch)
-        SELECT L.Batch
-        FROM dbo.vwBookLine AS L
-        WHERE L.Book = @Book AND L.Period = @Period
-        GROUP BY L.Batch
-        HAVING SUM(L.Debit) <> SUM(L.Credit);
+        SELECT G.Batch
+        FROM dbo.GL AS G
+        WHERE G.Period = @Period AND G.BatchType = @Book
+        GROUP BY G.Batch
+        HAVING SUM(G.Debit) <> SUM(G.Credit);
 
     SET @Names = NULL;
     SET @Count = 0;
