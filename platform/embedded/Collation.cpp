@@ -16,11 +16,18 @@ constexpr char kBase[] =
     "aaaaaaaceeeeiiii"
     "\0nooooo\0ouuuuy\0y";
 
+/// Places of the ASCII characters in the order: control characters and blank, marks, digits, letters without their
+/// case.
 constexpr auto kFold = [] {
     std::array<unsigned char, 128> fold{};
-    for (std::size_t i = 0; i < fold.size(); ++i) {
-        fold[i] = static_cast<unsigned char>(i >= 'A' && i <= 'Z' ? i + 32 : i);
+    unsigned char place = 0;
+    const auto isDigit = [](std::size_t c) { return c >= '0' && c <= '9'; };
+    const auto isLetter = [](std::size_t c) { return (c | 32) >= 'a' && (c | 32) <= 'z'; };
+    for (std::size_t c = 0; c < fold.size(); ++c) {
+        if (!isDigit(c) && !isLetter(c)) fold[c] = place++;
     }
+    for (std::size_t c = '0'; c <= '9'; ++c) fold[c] = place++;
+    for (std::size_t c = 'a'; c <= 'z'; ++c) fold[c] = fold[c - 32] = place++;
     return fold;
 }();
 
@@ -60,7 +67,7 @@ CharacterRank rankOf(char32_t code) {
     if (code < 0x80) return {kFold[code], 0};
     if (code >= 0xC0 && code <= 0xFF) {
         const char base = kBase[code - 0xC0];
-        if (base != 0) return {static_cast<unsigned char>(base), lowerOf(code)};
+        if (base != 0) return {kFold[static_cast<unsigned char>(base)], lowerOf(code)};
     }
     return {0x10000 + lowerOf(code), 0};
 }

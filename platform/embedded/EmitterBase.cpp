@@ -48,7 +48,7 @@ Em Emitter::to(Em em, const Type& type, ConvertMode mode, const std::string& whe
     if (em.slot >= 0 && conditional_ == 0) {
         Slot& slot = plan_.slots[static_cast<std::size_t>(em.slot)];
         if (!needsConversion(em.type, type, mode)) return em;
-        if (!convertsImplicitly(em.type, type)) throw sqlError(206, {typeName(em.type), typeName(type)});
+        requireConvertible(em.type, type, mode == ConvertMode::Cast);
         slot.convert = true;
         slot.mode = mode;
         slot.want = type;

@@ -80,9 +80,13 @@ bool isAggregate(std::string_view name);
 AggregateSql emitAggregate(std::string_view name, bool distinct, bool star, const std::vector<CallArgument>& args,
                            const ArgumentAs& as);
 
+/// A number for @@SPID that no other open connection of the computer has: from the process and its connections.
+int newSessionId();
+
 /// What the functions of one connection share. It must outlive the connection's use.
 class FunctionContext {
 public:
+    const int sessionId = newSessionId();
     /// The error that a function met; the interpreter prefers it over SQLite's own code and clears it.
     std::optional<SqlError> pending;
     /// The statement's GETDATE(), 23 characters; empty means the clock is read (column defaults outside of a

@@ -169,9 +169,11 @@ Datum literalDatum(LiteralKind kind, std::string_view text) {
             if (storageOf(decimalLiteralType(text)) == Storage::Integer) {
                 return integerOf(text.substr(0, text.find('.')));
             }
-            return Datum::of(realOf(text));
-        case LiteralKind::Float:
+            // up to 15 digits every decimal has a double of its own; more must prove it
+            return text.size() <= 16 ? Datum::of(realOf(text)) : numberLiteral(text, decimalLiteralType(text));
         case LiteralKind::Money:
+            return text.size() <= 12 ? Datum::of(realOf(text)) : numberLiteral(text, Type::money());
+        case LiteralKind::Float:
             return Datum::of(realOf(text));
         case LiteralKind::Binary:
             return Datum::bytes(bytesOfHex(text));
