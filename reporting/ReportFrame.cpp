@@ -17,19 +17,19 @@ constexpr long kFileMissing = static_cast<long>(0x80040000);
 constexpr const char* kOwnDatabase = "ACCOUNTING";
 
 /// A value as a parameter of that type takes it from a positional array.
-Value positional(const Value& value, ParameterType type) {
+kv::Value positional(const kv::Value& value, ParameterType type) {
     switch (type) {
         case ParameterType::Number:
-        case ParameterType::Currency: return value.isText() ? Value(numberOf(value.text())) : Value(value.number());
-        case ParameterType::Boolean: return Value(value.boolean());
+        case ParameterType::Currency: return value.isText() ? kv::Value(numberOf(value.text())) : kv::Value(value.number());
+        case ParameterType::Boolean: return kv::Value(value.boolean());
         default: return value;
     }
 }
 
 /// The same from a dictionary: numbers by the numeric value of the text, no boolean case.
-Value named(const Value& value, ParameterType type) {
+kv::Value named(const kv::Value& value, ParameterType type) {
     const bool number = type == ParameterType::Number || type == ParameterType::Currency;
-    return number ? Value(numberOf(value.text())) : value;
+    return number ? kv::Value(numberOf(value.text())) : value;
 }
 
 void bindPositional(Report& report, const ReportParams& params) {

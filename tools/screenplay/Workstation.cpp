@@ -8,6 +8,8 @@
 #include "platform/base/Text.h"
 #include "platform/embedded/Embedded.h"
 #include "platform/forms/Form.h"
+#include "platform/print/Report.h"
+#include "reporting/frmReportViewer.h"
 
 namespace kv {
 
@@ -35,6 +37,51 @@ std::string told(const Recordset& rows) {
     return text;
 }
 
+/// The report in the viewer: what a person sees, and the files that a person could have saved.
+class ViewedReport : public ShownReport {
+public:
+    explicit ViewedReport(frmReportViewer& viewer) : viewer_(viewer) {}
+    std::string title() const override { return viewer_.ReportCaption(); }
+    std::string text() const override {
+        viewer_.crvReport.finishLayout();
+        std::string all;
+        for (int page = 1; page <= viewer_.crvReport.pages(); ++page) all += viewer_.crvReport.pageText(page) + "\n";
+        return all;
+    }
+    void save(const std::string& path) override {
+        Report& report = viewer_.report();
+        const std::string ending = LCase(path.substr(path.find_last_of('.') + 1));
+        if (ending == "pdf") {
+            report.savePdf(path);
+        } else if (ending == "xlsx") {
+            report.saveXlsx(path);
+        } else if (ending == "csv") {
+            report.saveCsv(path);
+        } else if (ending == "txt") {
+            writeTextFile(path, report.text());
+        } else if (ending == "png") {
+            savePageOne(report, path);
+        } else {
+            throw Error(5, "screenplay", "A report is not saved as ." + ending);
+        }
+    }
+
+private:
+    static void savePageOne(Report& report, const std::string& path) {
+        const std::vector<std::string> pages = report.savePng(path.substr(0, path.size() - 4));
+        for (std::size_t i = 1; i < pages.size(); ++i) std::filesystem::remove(pages[i]);
+        if (!pages.empty() && pages.front() != path) std::filesystem::rename(pages.front(), path);
+    }
+    frmReportViewer& viewer_;
+};
+
+frmReportViewer* openViewer() {
+    for (Form* form : Form::openForms()) {
+        if (auto* viewer = dynamic_cast<frmReportViewer*>(form)) return viewer;
+    }
+    return nullptr;
+}
+
 }  // namespace
 
 bool Workstation::start() {
@@ -54,7 +101,12 @@ std::unique_ptr<Connection> Workstation::connect() {
     return openEmbedded(options);
 }
 
-ShownReport* Workstation::report() { return nullptr; }
+ShownReport* Workstation::report() {
+    frmReportViewer* viewer = openViewer();
+    if (!viewer) return nullptr;
+    report_ = std::make_unique<ViewedReport>(*viewer);
+    return report_.get();
+}
 
 std::vector<std::string> Workstation::unsound() {
     std::vector<std::string> files;
