@@ -14,6 +14,7 @@
 #include <QScopedValueRollback>
 #include <QShortcutEvent>
 
+#include "platform/forms/Application.h"
 #include "platform/forms/FormImpl.h"
 
 namespace kv {
@@ -114,6 +115,14 @@ bool clickRefused(QWidget* widget) {
     return target && formOf(target) == form && !tryLeave(*form, target);
 }
 
+/// Without a window manager no window is active once a menu or list has closed: the one it belongs to is again.
+void windowAgain(const QWidget* popup) {
+    if (QApplication::activeWindow() || !Application::offscreen()) return;
+    QWidget* front = QApplication::activeModalWidget();
+    if (!front && popup->parentWidget()) front = popup->parentWidget()->window();
+    if (front && front->isVisible()) front->activateWindow();
+}
+
 /// An accelerator. Where two forms mean the same key the one in front takes it, then the shell.
 bool shortcutRefused(QObject* object, const QShortcutEvent& event) {
     if (event.isAmbiguous()) {
@@ -146,6 +155,11 @@ bool AppEvents::notify(QObject* object, QEvent* event) {
     }
     if (!object->isWidgetType()) return QApplication::notify(object, event);
     auto* widget = static_cast<QWidget*>(object);
+    if (type == QEvent::Hide && widget->windowType() == Qt::Popup) {
+        const bool done = QApplication::notify(object, event);
+        windowAgain(widget);
+        return done;
+    }
     if (type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick) {
         if (clickRefused(widget)) return true;
     } else if (type == QEvent::Wheel) {

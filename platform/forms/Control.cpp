@@ -1,6 +1,7 @@
 #include "platform/forms/Control.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QStackedWidget>
 #include <algorithm>
 
@@ -70,6 +71,7 @@ void Control::setFocus() {
         if (auto* tabs = page->parentWidget() ? dynamic_cast<TabBox*>(page->parentWidget()->parentWidget()) : nullptr)
             if (const int index = tabs->pages()->indexOf(page); index >= 0) tabs->bar()->setCurrentIndex(index);
     target->setFocus(Qt::TabFocusReason);
+    if (auto* line = qobject_cast<QLineEdit*>(target)) line->selectAll();
 }
 
 bool Control::hasFocus() const {

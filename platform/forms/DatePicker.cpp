@@ -86,21 +86,6 @@ void dressCalendar(QCalendarWidget& calendar) {
     }
 }
 
-/// What drops down from a field; its window is in front again when it has gone.
-class PopupSheet : public QFrame {
-public:
-    explicit PopupSheet(QWidget* field) : QFrame(field, Qt::Popup) {
-        setAttribute(Qt::WA_DeleteOnClose);
-        setFrameShape(QFrame::StyledPanel);
-    }
-
-protected:
-    void hideEvent(QHideEvent* event) override {
-        QFrame::hideEvent(event);
-        parentWidget()->window()->activateWindow();
-    }
-};
-
 }  // namespace
 
 /// The field of a date picker.
@@ -265,7 +250,9 @@ void DateField::paintEvent(QPaintEvent* event) {
 }
 
 void DateField::openCalendar() {
-    auto* popup = new PopupSheet(this);
+    auto* popup = new QFrame(this, Qt::Popup);
+    popup->setAttribute(Qt::WA_DeleteOnClose);
+    popup->setFrameShape(QFrame::StyledPanel);
     auto* box = new QVBoxLayout(popup);
     box->setContentsMargins(1, 1, 1, 1);
     const auto choose = [this, popup](const Date& date) {

@@ -99,6 +99,7 @@ void Form::Show() {
         return;
     }
     impl_->place();
+    impl_->focusFirst();
     widget_->show();
     widget_->raise();
     widget_->activateWindow();
@@ -123,6 +124,7 @@ void Form::ShowModal() {
     }
     impl_->modal = true;
     Impl::modals().push_back(this);
+    impl_->focusFirst();
     widget_->show();
     widget_->activateWindow();
     impl_->focusFirst();

@@ -131,7 +131,7 @@ void Form::Impl::focusFirst() {
     for (auto it = order.begin(); !start && it != order.end(); ++it)
         if (isTabStop(form, **it) && !dynamic_cast<TabStrip*>(*it)) start = *it;
     if (start)
-        focusTarget(*start)->setFocus(Qt::TabFocusReason);
+        start->setFocus();
     else
         form.widget()->setFocus();
 }

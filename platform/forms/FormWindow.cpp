@@ -226,6 +226,7 @@ void Form::Impl::showChild() {
         const QPoint at(std::min(step, room.width() - size.width()), std::min(step, room.height() - size.height()));
         sub->setGeometry(QRect(at, size));
     }
+    focusFirst();
     form.widget()->show();
     sub->show();
     area->setActiveSubWindow(sub);

@@ -80,6 +80,14 @@ void LineField::keyPressEvent(QKeyEvent* event) {
     QLineEdit::keyPressEvent(&changed);
 }
 
+void LineField::inputMethodEvent(QInputMethodEvent* event) {
+    if (!isReadOnly()) QLineEdit::inputMethodEvent(event);
+}
+
+void LineField::dropEvent(QDropEvent* event) {
+    if (!isReadOnly()) QLineEdit::dropEvent(event);
+}
+
 QSize LineField::sizeHint() const { return QSize(charsWidth(this, 18), kField_px); }
 
 QSize LineField::minimumSizeHint() const { return QSize(charsWidth(this, 5), kField_px); }
@@ -129,6 +137,7 @@ void MemoField::insertFromMimeData(const QMimeData* source) {
 }
 
 void MemoField::inputMethodEvent(QInputMethodEvent* event) {
+    if (isReadOnly()) return;
     QInputMethodEvent changed(event->preeditString(), event->attributes());
     changed.setCommitString(rules.keep(event->commitString()).left(std::max(0, roomLeft())), event->replacementStart(),
                             event->replacementLength());

@@ -140,7 +140,12 @@ void applyTheme(bool dark) {
     QToolTip::setPalette(QApplication::palette());
     for (const auto& one : std::list<Listener>(listeners()))
         if (one.owner) one.body();
-    for (QWidget* top : QApplication::topLevelWidgets()) top->update();
+    // the toolkit tells its widgets only inside its own event loop
+    for (QWidget* one : QApplication::allWidgets()) {
+        QEvent change(QEvent::ApplicationPaletteChange);
+        QCoreApplication::sendEvent(one, &change);
+        one->update();
+    }
 }
 
 int charsWidth(const QWidget* widget, int chars) {
