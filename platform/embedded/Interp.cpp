@@ -158,6 +158,10 @@ Flow Interp::statement(const Stmt& stmt) {
         if (!keepsError) lastError_ = 0;
         return flow;
     } catch (SqlError& error) {
+        // A function of the engine failed inside a statement that was run without a plan (ALTER TABLE, TRUNCATE).
+        if (std::optional<SqlError> inner = std::exchange(session_.functions.pending, std::nullopt)) {
+            return failed(stmt, std::move(*inner));
+        }
         return failed(stmt, std::move(error));
     }
 }
