@@ -139,19 +139,29 @@ const QPixmap& PagesArea::picture(int page) {
 void PagesArea::paintMarks(QPainter& painter, int page) {
     const QPoint origin = pageOrigin(page);
     const std::vector<TextRun>& runs = document_->pages[static_cast<std::size_t>(page)].runs;
-    const auto mark = [&](std::size_t run, QColor color) {
-        if (run >= runs.size()) return;
-        const TextRun& r = runs[run];
-        color.setAlpha(90);
-        painter.fillRect(inDots(r.x, r.y, r.width, r.height, origin, dotsPerMm()), color);
+    // marks colour the paper, not the letters
+    painter.setCompositionMode(QPainter::CompositionMode_Multiply);
+    const auto mark = [&](std::size_t run, const QColor& color) {
+        if (run < runs.size()) painter.fillRect(textRect(runs[run], origin), color);
     };
     for (std::size_t h = 0; h < hits_.size(); ++h) {
         const bool current = static_cast<int>(h) == hit_;
-        if (hits_[h].first == page) mark(hits_[h].second, current ? QColor(255, 140, 0) : QColor(255, 220, 60));
+        if (hits_[h].first == page) mark(hits_[h].second, current ? QColor(255, 176, 80) : QColor(255, 236, 130));
     }
     for (const auto& [p, run] : selected_) {
-        if (p == page) mark(run, palette().color(QPalette::Highlight));
+        if (p == page) mark(run, QColor(178, 205, 255));
     }
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+}
+
+QRectF PagesArea::textRect(const TextRun& run, const QPoint& origin) {
+    const auto width =
+        static_cast<float>(measure_.width(document_->fonts[static_cast<std::size_t>(run.font)], run.text));
+    const float spare = run.width - width;
+    const float x = run.align == TextAlign::Right    ? run.x + spare
+                    : run.align == TextAlign::Center ? run.x + spare / 2
+                                                     : run.x;
+    return inDots(x, run.y, width, run.height, origin, dotsPerMm()).adjusted(-2, 0, 2, 0);
 }
 
 void PagesArea::paintEvent(QPaintEvent*) {
@@ -212,7 +222,7 @@ void PagesArea::selectBetween(const QPoint& from, const QPoint& to) {
         const std::vector<TextRun>& runs = document_->pages[static_cast<std::size_t>(p)].runs;
         for (std::size_t i = 0; i < runs.size(); ++i) {
             const TextRun& r = runs[i];
-            if (!r.hidden && inDots(r.x, r.y, r.width, r.height, origin, dotsPerMm()).intersects(QRectF(rect))) {
+            if (!r.hidden && textRect(r, origin).intersects(QRectF(rect))) {
                 selected_.insert({p, i});
             }
         }

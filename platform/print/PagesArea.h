@@ -8,6 +8,7 @@
 #include <set>
 
 #include "platform/print/PagePainter.h"
+#include "platform/print/TextMeasure.h"
 
 namespace kv {
 
@@ -58,6 +59,8 @@ private:
     void updateBars();
     const QPixmap& picture(int page);
     void paintMarks(QPainter& painter, int page);
+    /// Where the text itself stands in its box, in dots.
+    QRectF textRect(const TextRun& run, const QPoint& origin);
     std::optional<std::pair<int, QPointF>> placeAt(const QPoint& at) const;  ///< page and millimetres
     const PageLink* linkAt(const QPoint& at) const;
     void selectBetween(const QPoint& from, const QPoint& to);
@@ -73,6 +76,7 @@ private:
     int hit_ = -1;
     std::set<std::pair<int, std::size_t>> selected_;
     QPoint pressed_;
+    TextMeasure measure_;
 };
 
 }  // namespace kv

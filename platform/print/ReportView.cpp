@@ -85,6 +85,7 @@ QHBoxLayout* ReportView::Impl::toolbar(ReportView& view) {
     setOwnEnter(pageField);
     row->addWidget(pageField);
     pageCount = new QLabel(frame);
+    pageCount->setContentsMargins(kGap_px / 2, 0, kGap_px / 2, 0);
     row->addWidget(pageCount);
     move("go-next", "Next page", [&view] { return view.page() + 1; });
     move("go-last", "Last page (End)", [&view] { return view.pages(); });
@@ -103,6 +104,7 @@ QHBoxLayout* ReportView::Impl::toolbar(ReportView& view) {
     row->addStretch(1);
     findResult = new QLabel(frame);
     row->addWidget(findResult);
+    row->addSpacing(kGap_px);
     findField = new QLineEdit(frame);
     findField->setObjectName("qt_find");
     findField->setPlaceholderText("Find (Ctrl+F)");
@@ -145,6 +147,7 @@ ReportView::ReportView(Form& owner, std::string name)
     in.tree = new QTreeWidget(parts);
     in.tree->setObjectName("qt_tree");
     in.tree->setHeaderHidden(true);
+    in.tree->setIndentation(14);
     in.tree->setUniformRowHeights(true);
     in.tree->hide();
     in.area = new PagesArea(parts);

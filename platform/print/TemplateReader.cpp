@@ -332,7 +332,7 @@ private:
             hiding = hiding || !column.when.empty();
         }
         const double room = out_.page.columnWidth();
-        if (!hiding && fixed > room + 0.01) {
+        if (!out_.columns.empty() && !hiding && fixed > room + 0.01) {
             mistakes_.push_back({out_.columns.front().place, "the columns are " + Format(fixed - room, "0.0") +
                                                                  " mm wider than the page (" + Format(room, "0.0") +
                                                                  " mm)"});

@@ -120,25 +120,32 @@ ResultSet userLogs() {
     return set;
 }
 
-ResultSet ledger(int accounts, int lines) {
+ResultSet generalLedger(int accounts, int lines) {
     ResultSet set;
     set.fields = fields({{"Code", kText},
                          {"Title", kText},
+                         {"Kind", DataType::Integer},
+                         {"Period", kText},
                          {"BatchDate", kDate},
-                         {"Reference", kText},
+                         {"BatchType", kText},
+                         {"Batch", kText},
+                         {"Dept", kText},
                          {"Description", kText},
+                         {"Opening", kMoney},
                          {"Debit", kMoney},
-                         {"Credit", kMoney},
-                         {"Beginning", kMoney}});
+                         {"Credit", kMoney}});
     for (int a = 0; a < accounts; ++a) {
         const Account& account = kAccounts[a % 15];
-        const std::string code = std::to_string(1000 + a);
-        for (int n = 0; n < lines; ++n) {
-            const Money amount = Money::fromUnits(10'000LL * (n + 1) * (a + 1) + 2'500);
+        const std::string code = std::to_string(1001 + a);
+        set.rows.push_back({code, account.title, 0, "202403", Value(), "", "", "", "Beginning balance",
+                            money(account.beginning), Money(), Money()});
+        for (int n = 1; n <= lines; ++n) {
+            const Money amount = Money::fromUnits(10'000LL * n * (a + 1) + 2'500);
             const bool debit = n % 3 != 2;
-            set.rows.push_back({code, account.title, Date(2024, 3, 1 + n % 31), "JV-" + std::to_string(n + 1),
-                                "Entry number " + std::to_string(n + 1) + " of the account", debit ? amount : Money(),
-                                debit ? Money() : amount, money(account.beginning)});
+            set.rows.push_back({code, account.title, 1, "202403", Date(2024, 3, 1 + n % 31), "JV",
+                                "2024-" + std::to_string(10'000 + n), n % 4 == 0 ? "PHA" : "",
+                                "Entry number " + std::to_string(n) + " of the account", Money(),
+                                debit ? amount : Money(), debit ? Money() : amount});
         }
     }
     return set;
@@ -153,6 +160,8 @@ std::unique_ptr<Report> report(const std::string& file) {
                                                    {"HospAddress", "1 SAMPLE STREET, SAMPLE CITY"},
                                                    {"Address", "1 SAMPLE STREET, SAMPLE CITY"},
                                                    {"@Period", "202403"},
+                                                   {"@Period1", "202403"},
+                                                   {"@Period2", "202403"},
                                                    {"PdRange", "For the month of March 2024"},
                                                    {"Range", "March 2024"},
                                                    {"StartBatch", "2024-00001"},

@@ -12,8 +12,8 @@ ResultSet trialBalance();
 /// `batches` batches of 2 to 5 lines; the third one is cancelled.
 ResultSet batchJournal(int batches);
 ResultSet userLogs();
-/// Lines of `accounts` accounts, `lines` each, with running amounts.
-ResultSet ledger(int accounts, int lines);
+/// `accounts` accounts with a beginning balance and `lines` lines each, as the detailed ledger reads them.
+ResultSet generalLedger(int accounts, int lines);
 
 /// A report from the folder Reports with the usual values given.
 std::unique_ptr<Report> report(const std::string& file);
