@@ -147,7 +147,27 @@ void clickControl(const Control& control) {
 
 GridView& viewOf(const Control& grid) { return *dynamic_cast<GridView*>(grid.widget()); }
 
+namespace {
+
+/// The next row comes by walking on from the last one with Enter, where the grid has one to give.
+void walkToNewRow(GridView& view) {
+    const int last = view.model().rowCount();
+    if (view.currentRow() != last || !view.focusInside()) {
+        int col = 0;
+        while (col + 1 < view.model().columnCount() && (view.isColumnHidden(col) || view.isLocked(col))) ++col;
+        goToCell(view, last, col);
+    }
+    for (int steps = view.model().columnCount(); steps > 0 && view.model().rowCount() == last; --steps) {
+        if (!view.focusInside() || view.currentRow() != last) return;
+        pressKey(view.editorOpen() ? view.editor() : static_cast<QWidget*>(&view), "Enter");
+        settle();
+    }
+}
+
+}  // namespace
+
 void goToCell(GridView& view, int row, int col) {
+    if (row > 1 && row == view.model().rowCount() + 1) walkToNewRow(view);
     const int rows = view.model().rowCount();
     if (row < 1 || row > rows) {
         throw Failure("there is no row " + std::to_string(row) + ", the grid has " + std::to_string(rows));
