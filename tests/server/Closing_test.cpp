@@ -85,9 +85,14 @@ TEST_F(Closing, ASecondCloseReplacesTheFirst) {
     run("sp_PostGLtoGL '202403','CR'");
     run("sp_PostGLtoGL '202403','CR'");
     EXPECT_EQ(one("SELECT COUNT(*) AS N FROM GL"), "2");
+    enter("CR", "2", "2024-04-15", simple("1.00"));
+    run("sp_PostGLtoGL '202404','CR'");
+    run("sp_PostGLtoGL '202403','JV'");
     run("sp_UnpostBook 'CR','202403'");
     run("sp_UnpostBook 'CR','202403'");
-    EXPECT_EQ(one("SELECT COUNT(*) AS N FROM GL"), "0");
+    EXPECT_EQ(rows("SELECT DISTINCT Period, BatchType FROM GL ORDER BY Period"),
+              (std::vector<std::string>{"202403|JV", "202404|CR"}))
+        << "reopening takes out exactly the book and month";
     EXPECT_EQ(one("SELECT COUNT(*) AS N FROM BookCloseLog WHERE Action = 'REOPEN'"), "1");
 }
 
