@@ -15,6 +15,7 @@
 #include <QShortcutEvent>
 
 #include "platform/forms/Application.h"
+#include "platform/forms/Dialogs.h"
 #include "platform/forms/FormImpl.h"
 
 namespace kv {
@@ -62,11 +63,20 @@ int characterOf(const QKeyEvent& event) {
     return static_cast<int>(text.toUcs4().front());
 }
 
+bool capsLockSeen = false;
+
+void noteCapsLock(const QKeyEvent& event) {
+    const QString text = event.text();
+    if (text.size() != 1 || !text.front().isLetter()) return;
+    capsLockSeen = text.front().isUpper() != event.modifiers().testFlag(Qt::ShiftModifier);
+}
+
 /// Asks the form and the control about a key before it does anything. True: swallowed; `text` may come back changed.
 bool handlersTake(Form& form, Control* control, const QKeyEvent& event, QString& text) {
     const auto alive = form.impl().alive;
     int character = characterOf(event);
     const int before = character;
+    noteCapsLock(event);
     if (form.impl().keyPreview && character) {
         form.run(
             "Form_KeyPress", [&] { form.Form_KeyPress(character); }, std::source_location{});
@@ -93,6 +103,8 @@ bool handlersTake(Form& form, Control* control, const QKeyEvent& event, QString&
 }
 
 }  // namespace
+
+bool capsLockOn() { return capsLockSeen; }
 
 void setOwnEnter(QWidget* widget) { widget->setProperty("kvOwnEnter", true); }
 

@@ -56,6 +56,9 @@ std::string clipboard();
 /// been handled when it returns.
 void sendKeys(std::string_view keys, bool wait);
 
+/// Whether Caps Lock was on at the last letter typed: the toolkit does not tell the lock, a capital without Shift does.
+bool capsLockOn();
+
 /// Opens a folder or file with the desktop's own program; false where there is none.
 bool openWithDesktop(const std::string& path);
 

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "platform/base/Text.h"
+#include "platform/forms/Dialogs.h"
 #include "platform/login/OpenSource.h"
 #include "platform/odbc/Odbc.h"
 
@@ -27,7 +28,7 @@ frmLogin::frmLogin(const LoginOptions& options, std::string deptCode)
     lblHint.setAlert(true);
     txtEmployeeCode.code().maxLength(15);
     txtPassword.password().maxLength(kPasswordMax);
-    cboSource.width(37);
+    cboSource.width(40);
     txtServer.maxLength(128);
     txtSQLUser.maxLength(128).placeholder("empty: this computer's own identity");
     txtSQLPassword.password().maxLength(kPasswordMax);
@@ -61,8 +62,7 @@ void frmLogin::layOut() {
 
 void frmLogin::wire() {
     cboSource.onChange = [this] { cboSource_Click(); };
-    txtPassword.onKeyDown = [this](std::string key, bool&) { txtPassword_KeyDown(key); };
-    txtPassword.onKeyPress = [this](int& character) { txtPassword_KeyPress(character); };
+    txtPassword.onKeyPress = [this](int&) { txtPassword_KeyPress(); };
     txtPassword.onLostFocus = [this] { lblCapsLock.setVisible(false); };
     cmdOK.onClick = [this] { cmdOK_Click(); };
     cmdCancel.onClick = [this] { Unload(); };
@@ -110,14 +110,7 @@ void frmLogin::showSourceFields() {
     txtSQLPassword.setVisible(server);
 }
 
-void frmLogin::txtPassword_KeyDown(const std::string& key) { shiftHeld_ = containsNoCase(key, "Shift+"); }
-
-void frmLogin::txtPassword_KeyPress(int character) {
-    // the toolkit does not tell the lock's state: a capital without Shift, or a small letter with it, gives it away
-    const bool capital = character >= 'A' && character <= 'Z';
-    const bool letter = capital || (character >= 'a' && character <= 'z');
-    if (letter) lblCapsLock.setVisible(capital != shiftHeld_);
-}
+void frmLogin::txtPassword_KeyPress() { lblCapsLock.setVisible(capsLockOn()); }
 
 DataSource frmLogin::chosenSource() const {
     DataSource source = settings_.source(cboSource.text());

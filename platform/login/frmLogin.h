@@ -21,8 +21,7 @@ private:
     void layOut();
     void wire();
     void cboSource_Click();
-    void txtPassword_KeyDown(const std::string& key);
-    void txtPassword_KeyPress(int character);
+    void txtPassword_KeyPress();
     void cmdOK_Click();
 
     DataSource chosenSource() const;
@@ -41,7 +40,6 @@ private:
     std::optional<DataSource> connected_;  ///< the source that `connection_` stands for
     std::string connectedPassword_;
     std::optional<SignedIn> signedIn_;
-    bool shiftHeld_ = false;
 
     Image imgProduct{*this, "imgProduct", "view-institution", 48};
     Label lblProduct{*this, "lblProduct", "Korvane Accounting"};

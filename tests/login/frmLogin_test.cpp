@@ -135,6 +135,19 @@ TEST_F(LoginDialog, RefusalsStandInTheDialogAndKeepItOpen) {
     EXPECT_FALSE(fileExists(options.settingsFile));
 }
 
+TEST_F(LoginDialog, CapsLockIsPointedOutWhileThePasswordIsTyped) {
+    run([&] {
+        box("txtPassword").setFocus();
+        sendKeys("a1", true);
+        EXPECT_FALSE(dialog->control("lblCapsLock")->visible());
+        sendKeys("B", true);  // a capital without Shift
+        EXPECT_TRUE(dialog->control("lblCapsLock")->visible());
+        sendKeys("c", true);
+        EXPECT_FALSE(dialog->control("lblCapsLock")->visible());
+        EXPECT_EQ(box("txtPassword").text(), "a1Bc");
+    });
+}
+
 TEST_F(LoginDialog, ABrokenPreparationLeavesNoFile) {
     options.prepare = [](const std::string& file, const LoginOptions::Progress&) {
         writeTextFile(file, "half");
