@@ -44,6 +44,10 @@ bool CounterConnection::run(std::string_view statement, std::vector<ResultSet>& 
     } else if (words[0] == "NULL") {
         one.rows.push_back({Value()});
         results.push_back(one);
+    } else if (words[0] == "TYPED") {
+        const Value values[] = {Value(true), Value(Money::whole(100)), Value(Date(2024, 3, 15)), Value("text")};
+        one.rows.push_back({values[static_cast<int>(numberOf(words[1]))]});
+        results.push_back(one);
     } else if (words[0] == "NONE") {
         results.push_back(one);
     } else {

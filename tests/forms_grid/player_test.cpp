@@ -248,6 +248,12 @@ expect not sql "COUNT" "4"
 expect sql "NULL" NULL
 expect not sql "NULL" "NULL"
 expect sql "NONE" none
+expect sql "TYPED 0" "1"
+expect sql "TYPED 1" "100.00"
+expect sql "TYPED 1" "100.0000"
+expect sql "TYPED 2" "2024-03-15"
+expect sql "TYPED 3" "t*t"
+expect not sql "TYPED 3" "t"
 expect refused sql "FAIL 50000" 50000
 expect refused sql "FAIL 1"
 expect not refused sql "ADD 100"

@@ -164,18 +164,34 @@ Finding stateOf(Performance& show, const PlayLine& line, std::size_t at, const S
 
 // ---- statements --------------------------------------------------------------------------------------------------
 
+/// The ways in which a value may be written in a play; the first is how it is told.
+std::vector<std::string> textsOf(const Value& value) {
+    const auto& raw = value.raw();
+    if (const auto* bit = std::get_if<bool>(&raw)) return {*bit ? "1" : "0", value.text()};
+    if (const auto* money = std::get_if<Money>(&raw)) return {value.text(), Format(*money, "0.0000")};
+    if (const auto* date = std::get_if<Date>(&raw)) {
+        const bool midnight = *date == date->dayOnly();
+        return {Format(*date, midnight ? "yyyy-MM-dd" : "yyyy-MM-dd HH:mm:ss"), value.text()};
+    }
+    return {oneLineEnd(value.text())};
+}
+
 Finding sql(Performance& show, const PlayLine& line, std::size_t at) {
     line.atMost(at + 2);
     const std::string statement = line.text(at, "the statement");
     const std::string& wanted = line.pattern(at + 1, "the value");
+    const std::string named = line.bare(at + 1);
     const Recordset rows = show.connection().Open(statement);
     const bool none = rows.empty() || rows.fields().empty();
-    const std::string found = none ? "none" : rows.at(0).isNull() ? "NULL" : rows.at(0).text();
-    const bool named = none || rows.at(0).isNull();
-    if (line.bare(at + 1) == "none" || line.bare(at + 1) == "NULL" || named) {
-        return {named && line.bare(at + 1) == found, wanted + " from the statement", named ? found : inQuotes(found)};
+    if (none || rows.at(0).isNull()) {
+        const std::string found = none ? "none" : "NULL";
+        return {named == found, (named.empty() ? inQuotes(wanted) : named) + " from the statement", found};
     }
-    return compared("from the statement", wanted, found);
+    const std::vector<std::string> texts = textsOf(rows.at(0));
+    Finding finding = compared("from the statement", wanted, texts.front());
+    for (const std::string& text : texts) finding.held = finding.held || matches(wanted, text);
+    finding.held = finding.held && named != "none" && named != "NULL";
+    return finding;
 }
 
 Finding refusedSql(Performance& show, const PlayLine& line, std::size_t at) {
