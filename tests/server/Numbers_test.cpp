@@ -82,6 +82,15 @@ TEST_F(Numbers, ARolledBackSaveKeepsItsNumberFromOthers) {
     EXPECT_EQ(one("select dbo.fn_NewARNum() as Voucher from sys"), "1") << "the save may be repeated with it";
 }
 
+TEST_F(Numbers, ADrawInsideTheSaveIsUndoneWithItAndLeavesNoGap) {
+    const auto other = connect();
+    cn->BeginTrans();
+    EXPECT_EQ(one("sp_Reserve_Number 'JV'"), "1");
+    cn->RollbackTrans();
+    EXPECT_EQ(other->Open("sp_Reserve_Number 'JV'").at(0).text(), "1");
+    EXPECT_EQ(one("sp_Reserve_Number 'JV'"), "2") << "the repeated save draws anew";
+}
+
 TEST_F(Numbers, ANumberGoesBackOnlyWhenItWasTheLast) {
     const auto other = connect();
     run("sp_Reserve_Number 'JV'");

@@ -1,13 +1,14 @@
 -- Purpose: Draws the next number of a series for this connection; the fn_New... function of the series then gives it.
--- Called by: every save that draws a number, before its transaction begins.
+-- Called by: every save that draws a number, first in its transaction or before it.
 -- Parameters:
 --   @Series  JV, AR, CR, AP, PF, CV or DM
 --   @Year    four digits of a monthly series, or empty
 --   @Month   two digits of a monthly series, or empty
 -- Returns: Number
 -- Errors: 50020 for an unknown series
--- Writes: NumberSeries, NumberReserved. A number drawn outside a transaction stays with the connection when its save rolls back:
---   the save may be repeated with it, or sp_Release_Number gives it back.
+-- Writes: NumberSeries, NumberReserved. Inside the save's transaction a rollback undoes the draw, and the screen must forget the number.
+--   Committed by itself, the number stays with the connection when the save rolls back: the save may be repeated with it, or
+--   sp_Release_Number gives it back.
 CREATE OR ALTER PROCEDURE dbo.sp_Reserve_Number
     @Series varchar(4),
     @Year varchar(4) = '',
