@@ -39,6 +39,36 @@ std::int16_t Document::bandIndex(std::string_view band) {
     return static_cast<std::int16_t>(bands.size() - 1);
 }
 
+std::vector<std::vector<std::size_t>> textLines(const PaperPage& page) {
+    // texts of one line share a baseline, not the top of their boxes
+    constexpr float kSameLine_mm = 1.2F;
+    const auto middle = [&](std::size_t run) { return page.runs[run].y + page.runs[run].height / 2; };
+    std::vector<std::size_t> order;
+    for (std::size_t i = 0; i < page.runs.size(); ++i) {
+        if (!page.runs[i].hidden) order.push_back(i);
+    }
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return middle(a) < middle(b); });
+    std::vector<std::vector<std::size_t>> lines;
+    for (const std::size_t run : order) {
+        if (lines.empty() || middle(run) - middle(lines.back().front()) > kSameLine_mm) lines.emplace_back();
+        lines.back().push_back(run);
+    }
+    for (auto& line : lines) {
+        std::stable_sort(line.begin(), line.end(),
+                         [&](std::size_t a, std::size_t b) { return page.runs[a].x < page.runs[b].x; });
+    }
+    return lines;
+}
+
+std::string joinedText(const PaperPage& page, const std::vector<std::vector<std::size_t>>& lines) {
+    std::string out;
+    for (const auto& line : lines) {
+        if (!out.empty()) out += "\n";
+        for (std::size_t i = 0; i < line.size(); ++i) out += (i > 0 ? "\t" : "") + page.runs[line[i]].text;
+    }
+    return out;
+}
+
 std::string pageList(const Document& document) {
     std::string out = "paper " + mm(document.width) + " x " + mm(document.height) + "\n";
     for (std::size_t p = 0; p < document.pages.size(); ++p) {

@@ -80,6 +80,11 @@ struct Document {
     std::int16_t bandIndex(std::string_view band);
 };
 
+/// The visible texts of a page as lines from top to bottom, each from left to right: indices into its runs.
+std::vector<std::vector<std::size_t>> textLines(const PaperPage& page);
+/// Texts of some runs of a page, lines apart by line ends, cells by tabs.
+std::string joinedText(const PaperPage& page, const std::vector<std::vector<std::size_t>>& lines);
+
 /// The pages as a text for comparing: "page 1", then one line for each thing: band, x, y, and its text or size.
 std::string pageList(const Document& document);
 

@@ -72,7 +72,7 @@ private:
     };
 
     void begin();
-    void end();
+    void foot();
     void layRow(std::size_t row);
     RowBlocks blocksOf(std::size_t row);
     std::vector<Block> continuation(std::size_t row);

@@ -273,23 +273,15 @@ void PagesArea::clearSelection() {
 }
 
 QString PagesArea::selectedText() const {
-    struct Cell {
-        int page;
-        float y, x;
-        std::string text;
-    };
-    std::vector<Cell> cells;
-    for (const auto& [page, run] : selected_) {
-        const TextRun& r = document_->pages[static_cast<std::size_t>(page)].runs[run];
-        cells.push_back({page, std::round(r.y), r.x, r.text});
-    }
-    std::sort(cells.begin(), cells.end(),
-              [](const Cell& a, const Cell& b) { return std::tie(a.page, a.y, a.x) < std::tie(b.page, b.y, b.x); });
     QString out;
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-        const bool sameLine = i > 0 && cells[i].page == cells[i - 1].page && cells[i].y == cells[i - 1].y;
-        if (i > 0) out += sameLine ? "\t" : "\n";
-        out += QString::fromStdString(cells[i].text);
+    for (int p = 0; document_ != nullptr && p < pages_; ++p) {
+        if (std::none_of(selected_.begin(), selected_.end(), [&](const auto& s) { return s.first == p; })) continue;
+        const PaperPage& page = document_->pages[static_cast<std::size_t>(p)];
+        std::vector<std::vector<std::size_t>> lines = textLines(page);
+        for (auto& line : lines) std::erase_if(line, [&](std::size_t run) { return !selected_.contains({p, run}); });
+        std::erase_if(lines, [](const auto& line) { return line.empty(); });
+        if (!out.isEmpty()) out += "\n";
+        out += QString::fromStdString(joinedText(page, lines));
     }
     return out;
 }

@@ -76,8 +76,8 @@ void Producer::begin() {
     if (header.height > 0) place(header, 0);
 }
 
-void Producer::end() {
-    ended_ = true;
+/// The report's foot; a cross-tab that goes on beside itself has one below each part.
+void Producer::foot() {
     const std::size_t last = data_->rowCount() == 0 ? 0 : data_->rowCount() - 1;
     const std::string& empty = data_->report().detail.emptyText;
     if (data_->rowCount() == 0 && !empty.empty()) place(composer_.note(empty), 0);
@@ -95,19 +95,18 @@ void Producer::end() {
 bool Producer::step() {
     if (ended_) return false;
     if (!begun_) begin();
-    if (row_ >= data_->rowCount() && set_ + 1 < composer_.columnSets() && data_->rowCount() > 0) {
-        composer_.useColumnSet(++set_);
-        row_ = 0;
-        flow_.newPage();
+    if (row_ < data_->rowCount()) {
+        laying_ = row_;
+        layRow(row_++);
+        if (row_ < data_->rowCount()) return true;
     }
-    if (row_ >= data_->rowCount()) {
-        end();
-        return false;
-    }
-    laying_ = row_;
-    layRow(row_++);
-    if (row_ >= data_->rowCount() && set_ + 1 >= composer_.columnSets()) end();
-    return !ended_;
+    foot();
+    ended_ = data_->rowCount() == 0 || set_ + 1 >= composer_.columnSets();
+    if (ended_) return false;
+    composer_.useColumnSet(++set_);
+    row_ = laying_ = 0;
+    flow_.newPage();
+    return true;
 }
 
 int Producer::startingLevel(std::size_t row) const {
@@ -237,7 +236,10 @@ void Producer::layRow(std::size_t row) {
     RowBlocks blocks = blocksOf(row);
     const bool fresh = flow_.frame() != frame_;
     const double top = fresh ? heightOf(continuation(row)) : 0;
-    const bool full = !flow_.fits(top + blocks.height + reserveAfter(row));
+    // a header with a single row of many below it would look lost at the foot of a page
+    const bool opens = startingLevel(row) < levels() && !data_->groupEnds(levels() - 1, row);
+    const double next = opens ? detailOf(row + 1).height : 0;
+    const bool full = !flow_.fits(top + blocks.height + next + reserveAfter(row));
     if ((!flow_.atTop() || (row > 0 && !fresh)) && (full || breaksBefore(row) || groupNeedsNewPage(row))) {
         if (row > 0 || full) {
             turnPage(row);

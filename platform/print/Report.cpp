@@ -272,17 +272,7 @@ std::string Report::text() {
     std::string out;
     for (const PaperPage& page : document().pages) {
         if (!out.empty()) out += "\f";
-        std::map<std::pair<int, int>, std::string> lines;
-        for (const TextRun& run : page.runs) {
-            if (!run.hidden) lines[{static_cast<int>(run.y), static_cast<int>(run.x)}] += run.text;
-        }
-        int last = -1;
-        for (const auto& [place, words] : lines) {
-            if (last >= 0) out += place.first == last ? "  " : "\n";
-            out += words;
-            last = place.first;
-        }
-        out += "\n";
+        out += joinedText(page, textLines(page)) + "\n";
     }
     return out;
 }

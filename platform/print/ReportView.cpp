@@ -289,17 +289,8 @@ void ReportView::goToPage(int page) { impl_->area->goTo(page - 1); }
 
 std::string ReportView::pageText(int page) const {
     if (page < 1 || page > pages()) return {};
-    std::map<int, std::map<float, std::string>> lines;
-    for (const TextRun& run : impl_->report->document().pages[static_cast<std::size_t>(page - 1)].runs) {
-        if (!run.hidden) lines[static_cast<int>(run.y + 0.5F)][run.x] += run.text;
-    }
-    std::string out;
-    for (const auto& [y, cells] : lines) {
-        if (!out.empty()) out += "\n";
-        bool first = true;
-        for (const auto& [x, cell] : cells) out += (std::exchange(first, false) ? "" : "\t") + cell;
-    }
-    return out;
+    const PaperPage& shown = impl_->report->document().pages[static_cast<std::size_t>(page - 1)];
+    return joinedText(shown, textLines(shown));
 }
 
 int ReportView::zoom() const { return static_cast<int>(impl_->area->zoom() + 0.5); }
