@@ -8,6 +8,8 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "platform/odbc/Wide.h"
+
 namespace kv::test {
 namespace {
 
@@ -281,8 +283,9 @@ void TdsServer::talk(int line) {
             send(line, '\xFD' + little<unsigned short>(0x20) + little<unsigned short>(0) + little<long long>(0));
         } else if (type == kBatch) {
             const auto headers = static_cast<unsigned char>(data[0]);  // the length of what precedes the text
-            std::string batch;
-            for (std::size_t i = headers; i + 1 < data.size(); i += 2) batch += data[i + 1] == 0 ? data[i] : '#';
+            std::vector<SQLWCHAR> letters((data.size() - headers) / 2);
+            std::memcpy(letters.data(), data.data() + headers, letters.size() * sizeof(SQLWCHAR));
+            const std::string batch = odbc::fromWide(letters.data(), letters.size());
             {
                 const std::lock_guard lock(guard_);
                 batches_.push_back(batch);

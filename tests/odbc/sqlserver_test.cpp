@@ -3,6 +3,7 @@
 
 #include "platform/base/Text.h"
 #include "platform/odbc/Odbc.h"
+#include "tests/data/Hostile.h"
 #include "tests/odbc/SqliteDesk.h"
 #include "tests/odbc/TdsServer.h"
 
@@ -37,7 +38,7 @@ protected:
         options.loginTimeout_s = 5;
         options.commandTimeout_s = 2;
         // the probe for letters: the letters themselves, as they travel
-        books.answers["SELECT N'##' AS p"] =
+        books.answers["SELECT N'ħ₱' AS p"] =
             TdsAnswer().columns({{"p", "nvarchar(50)"}}).row().utf16("\x27\x01\xB1\x20").done(false, 1);
     }
     std::unique_ptr<Connection> open() const { return openOdbc(options); }
@@ -125,6 +126,15 @@ TEST_F(SqlServer, EveryMessageIsKeptAndEveryResultReadBehindAnError) {
     }
     EXPECT_EQ(numbers, (std::vector<long>{50000, 515}));
     EXPECT_EQ(connection->Open("SELECT @@TRANCOUNT").at(0).integer(), 0);  // the line is free again
+}
+
+TEST_F(SqlServer, EveryLetterOfAStatementArrivesAsItWasSent) {
+    auto connection = open();
+    for (const auto& [title, text] : test::hostileTexts()) {
+        const std::string statement = call("sp_Note").exact(text).more(" /* {fn now()} ? */").str();
+        connection->Execute(statement);
+        EXPECT_EQ(server.batches().back(), statement) << title;
+    }
 }
 
 TEST_F(SqlServer, InformationIsNoError) {
