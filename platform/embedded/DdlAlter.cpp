@@ -108,6 +108,10 @@ void Ddl::addSqlColumn(const Object& object, const ColumnInfo& column) {
     if (!column.nullable) sql += " NOT NULL DEFAULT " + value;
     if (column.type.isText()) sql += " COLLATE CI";
     execSql(session_.db(), sql);
+    // The rows take the value now: the table's text may later be written without this default.
+    if (!column.nullable)
+        execSql(session_.db(),
+                "UPDATE " + schema + quoted(object.physical) + " SET " + quoted(column.name) + " = " + value);
 }
 
 void Ddl::alterAdd(const AlterTableStmt& stmt, Object& object) {

@@ -71,6 +71,11 @@ Object Ddl::build(const TableDef& def, const std::string& database, const std::s
         for (const Constraint& constraint : column.constraints) addConstraint(constraint, column.name, object);
     }
     for (const Constraint& constraint : def.constraints) addConstraint(constraint, "", object);
+    for (const ColumnDef& column : def.columns) {
+        const IndexInfo* key = object.primaryKey();
+        if (column.nullable.value_or(false) && key && hasColumn(key->columns, column.name))
+            throw sqlErrorAt(static_cast<int>(column.pos.line), 8111, {object.name});
+    }
     for (const InlineIndex& index : def.indexes) {
         IndexInfo info;
         info.name = index.name;

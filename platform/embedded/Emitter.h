@@ -145,6 +145,7 @@ private:
     Em call(const CallExpr& expr);
     Em aggregate(const CallExpr& expr);
     Em windowRank(const CallExpr& expr, const std::string& name);
+    Em windowValue(const CallExpr& expr, const std::string& name);
     std::string over(const Window& window);
     Em userFunction(const CallExpr& expr, const ObjectPtr& function);
     std::optional<Em> sessionFunction(const CallExpr& expr, const std::string& name);
@@ -191,6 +192,7 @@ private:
     void star(const StarExpr& expr, Scope& scope, std::vector<ItemOut>& out);
     std::string orderBy(const Query& query, const SelectBody* select, const std::vector<ItemOut>& list, Scope* scope);
     std::string limit(const Top& top, const Query* whole);
+    std::string sortedFirst(const SelectBody& select, const Query& whole, Scope& scope, const std::string& tail);
     void groupKeys(const SelectBody& body, Scope& scope, std::string& sql);
     void checkLoose(Scope& scope, int error);
     Em compound(const SelectItem& item, int index, Em value);
@@ -234,6 +236,7 @@ private:
     int viewDepth_ = 0;
     bool callsUser_ = false;
     bool usesColumns_ = false;
+    bool readsLive_ = false;  ///< an expression reads a live variable
 };
 
 }  // namespace kv::tsql

@@ -138,6 +138,8 @@ Em Emitter::call(const CallExpr& expr) {
     for (const auto& [rank, type] : kRankFunctions) {
         if (name == rank) return windowRank(expr, name);
     }
+    if (name == "lag" || name == "lead" || name == "first_value" || name == "last_value")
+        return windowValue(expr, name);
     if (isAggregate(name)) return aggregate(expr);
     if (expr.over) throw refuse("the window function " + expr.name.name, expr.pos);
     if (name == "iif") return iif(expr);
@@ -248,6 +250,26 @@ Em Emitter::windowRank(const CallExpr& expr, const std::string& name) {
         throw sqlErrorAt(line, 174, {name, 0});
     }
     em.sql = name + "(" + argument + ")" + over(*expr.over);
+    return em;
+}
+
+/// LAG, LEAD, FIRST_VALUE, LAST_VALUE: a value of another row, by the type of their first argument.
+Em Emitter::windowValue(const CallExpr& expr, const std::string& name) {
+    const int line = static_cast<int>(expr.pos.line);
+    if (!expr.over) throw sqlErrorAt(line, 10753, {name});
+    if (expr.over->order.empty()) throw sqlErrorAt(line, 4112, {name});
+    const bool shifted = name == "lag" || name == "lead";
+    if (expr.args.empty() || expr.args.size() > (shifted ? 3u : 1u)) throw sqlErrorAt(line, 174, {name, 1});
+    ++inline_;
+    const Em value = settle(ex(*expr.args[0]));
+    Em em;
+    em.type = value.type;
+    em.collated = !em.type.isText();
+    em.sql = name + "(" + value.sql;
+    if (expr.args.size() > 1) em.sql += ", " + to(ex(*expr.args[1]), Type::bigint(), ConvertMode::Cast).sql;
+    if (expr.args.size() > 2) em.sql += ", " + to(ex(*expr.args[2]), em.type, ConvertMode::Cast).sql;
+    --inline_;
+    em.sql += ")" + over(*expr.over);
     return em;
 }
 

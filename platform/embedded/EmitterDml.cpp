@@ -44,6 +44,7 @@ Emitter::Target Emitter::insertTarget(const InsertStmt& statement, DmlPlan& out)
     if (result.table->type == ObjectType::View) result.table = baseOfView(*result.table, statement.target);
     out.target = result.table;
     const Object& table = *result.table;
+    if (statement.defaultValues) return result;
     if (statement.columns.empty()) {
         for (std::size_t i = 0; i < table.columns.size(); ++i) {
             if (!table.columns[i].identity) result.columns.push_back(static_cast<int>(i));
@@ -90,6 +91,8 @@ std::string Emitter::insertValues(const InsertStmt& statement, const Target& ins
     for (std::size_t r = 0; r < statement.rows.size(); ++r) {
         const ExprList& row = statement.rows[r];
         if (row.size() != insertTarget.columns.size()) {
+            const bool withIdentity = table.identityColumn() && row.size() == table.columns.size();
+            if (!insertTarget.listed && withIdentity) throw sqlErrorAt(line, 8101, {table.name});
             if (!insertTarget.listed) throw sqlErrorAt(line, 213);
             throw sqlErrorAt(line, row.size() < insertTarget.columns.size() ? 109 : 110);
         }

@@ -171,6 +171,7 @@ Em Emitter::variable(const VariableExpr& expr) {
     for (const std::string& live : liveVariables_) {
         if (equalsNoCase(live, expr.name)) {
             em.sql = "kv_variable(" + std::to_string(index) + ")";
+            readsLive_ = true;
             return em;
         }
     }
@@ -470,7 +471,20 @@ std::string Emitter::quantified(const QuantifiedExpr& expr) {
     const Em value = settle(ex(*expr.left));
     if (expr.op == CompareOp::Equal && !expr.all) return inQuery(value, *expr.query, false);
     if (expr.op == CompareOp::NotEqual && expr.all) return inQuery(value, *expr.query, true);
-    throw refuse("a comparison with ANY or ALL", expr.pos);
+    Wish wish;
+    wish.subquery = true;
+    const QueryOut out = queryIn(*expr.query, scope_, wish);
+    if (out.columns.size() != 1) throw sqlErrorAt(static_cast<int>(expr.query->pos.line), 116);
+    const std::string alias = newAlias("q");
+    Em row;
+    row.sql = alias + ".c1";
+    row.type = out.columns[0].type;
+    row.collated = !row.type.isText();
+    // False (of ALL) or true (of ANY) decides alone; then an unknown row; no row at all decides for the other.
+    const std::string tests =
+        "SELECT " + compare(expr.op, value, std::move(row)) + " AS v FROM (" + out.sql + ") AS " + alias;
+    return std::string("(SELECT CASE WHEN ") + (expr.all ? "min(v) = 0 THEN 0" : "max(v) = 1 THEN 1") +
+           " WHEN count(*) > count(v) THEN NULL ELSE " + (expr.all ? "1" : "0") + " END FROM (" + tests + "))";
 }
 
 }  // namespace kv::tsql

@@ -302,6 +302,7 @@ std::vector<Emitter::ItemOut> Emitter::items(const SelectBody& select, Scope& sc
 Em Emitter::compound(const SelectItem& item, int index, Em value) {
     Em old;
     old.sql = "kv_variable(" + std::to_string(index) + ")";
+    readsLive_ = true;
     old.type = variables_->at(index).type;
     old.collated = false;
     std::vector<Em> ems{std::move(old), std::move(value)};
@@ -369,15 +370,30 @@ QueryOut Emitter::selectBody(const SelectBody& select, const Query* whole, Scope
         if (!select.items.empty() && !select.items[0].variable.empty()) out.variables.push_back(list[i].name);
     }
     if (wish.exists && !grouped) out.sql += "1";
-    if (!fromSql.empty()) out.sql += " FROM " + fromSql;
-    out.sql += where + groupSql + having;
-    if (whole) out.sql += orderBy(*whole, &select, list, &scope);
-    out.sql += limit(select.top, whole);
+    if (std::exchange(readsLive_, false) && whole && !whole->orderBy.empty() && !grouped) {
+        out.sql += sortedFirst(select, *whole, scope, fromSql + where);
+    } else {
+        if (!fromSql.empty()) out.sql += " FROM " + fromSql;
+        out.sql += where + groupSql + having;
+        if (whole) out.sql += orderBy(*whole, &select, list, &scope);
+        out.sql += limit(select.top, whole);
+    }
     out.oneRow = (aggregates && select.groupBy.empty()) || (select.from.empty() && !select.where);
     if (const auto* top = as<LiteralExpr>(select.top.count)) out.oneRow = out.oneRow || top->text == "1";
     if (literal) --inline_;
     scope_ = saved;
     return out;
+}
+
+/// FROM for a SELECT that goes on from row to row (@v = @v + column): SQLite computes a select list before it sorts,
+/// so that the rows are sorted in a query of their own; its LIMIT and the WHERE outside keep SQLite from merging them.
+std::string Emitter::sortedFirst(const SelectBody& select, const Query& whole, Scope& scope, const std::string& tail) {
+    if (scope.sources.size() != 1 || select.distinct)
+        throw refuse("ORDER BY with @variable = @variable + ... over several tables", select.pos);
+    const std::string& alias = scope.sources[0].sqlAlias;
+    const std::string rows = limit(select.top, &whole);
+    return " FROM (SELECT " + alias + ".* FROM " + tail + orderBy(whole, &select, {}, &scope) +
+           (rows.empty() ? " LIMIT -1" : rows) + ") AS " + alias + " WHERE kv_rows(1)";
 }
 
 std::string Emitter::orderBy(const Query& whole, const SelectBody* select, const std::vector<ItemOut>& list,

@@ -150,6 +150,7 @@ private:
     void runNested(const std::string& text, const std::vector<VariableInfo>& parameters, std::vector<Datum>& values);
     bool systemProcedure(const ExecStmt& stmt, const std::string& name);
     void executeSql(const ExecStmt& stmt);
+    Datum argumentValue(const Expr& expr, const Type& type);
     void bindArguments(const ExecStmt& stmt, const Module& module, const std::string& name, Frame& frame,
                        std::vector<std::pair<int, std::size_t>>& outputs);
     Datum parameterDefault(const Parameter& parameter, const Type& type);

@@ -61,6 +61,19 @@ Datum Interp::parameterDefault(const Parameter& parameter, const Type& type) {
     return statement.step() ? columnDatum(statement.get(), 0) : Datum::null();
 }
 
+/// A value for a parameter; what does not convert is told in the words for arguments.
+Datum Interp::argumentValue(const Expr& expr, const Type& type) {
+    try {
+        return evaluate(expr, type);
+    } catch (const SqlError& error) {
+        const auto* text = as<LiteralExpr>(&expr);
+        const bool converted = error.number == 245 && text && !type.isText();
+        if (!converted) throw;
+        const std::string_view from = text->literal == LiteralKind::NString ? "nvarchar" : "varchar";
+        throw sqlErrorAt(error.line, 8114, {from, kindName(type.kind)});
+    }
+}
+
 void Interp::bindArguments(const ExecStmt& stmt, const Module& module, const std::string& name, Frame& frame,
                            std::vector<std::pair<int, std::size_t>>& outputs) {
     const std::size_t count = module.parameterCount();
@@ -90,7 +103,7 @@ void Interp::bindArguments(const ExecStmt& stmt, const Module& module, const std
             frame.variables[index] = parameterDefault(parameter, type);
             continue;
         }
-        frame.variables[index] = evaluate(*arg.value, type);
+        frame.variables[index] = argumentValue(*arg.value, type);
         if (!arg.output) continue;
         if (!parameter.output) throw sqlError(8162, {parameter.name});
         const auto* variable = as<VariableExpr>(arg.value);

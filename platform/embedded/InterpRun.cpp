@@ -435,7 +435,13 @@ void Interp::insertExec(const InsertStmt& stmt) {
 void Interp::truncate(const TruncateStmt& stmt) {
     Plan plan;
     Emitter emitter(*this, frame_->database, frame_->scope, plan);
-    const ObjectPtr table = emitter.target(stmt.target);
+    ObjectPtr table;
+    try {
+        table = emitter.target(stmt.target);
+    } catch (const SqlError& error) {
+        if (error.number != 208) throw;
+        throw sqlErrorAt(error.line, 4701, {stmt.target.text()});
+    }
     if (!table->temporary) {
         if (!catalog().referencesTo(*table).empty()) throw sqlError(4712, {table->name});
         session_.beforeWrite(false);

@@ -167,7 +167,7 @@ Constraint Parser::constraint(const ColumnDef* column) {
         } else if (column) {
             result.columns.push_back({column->pos, column->name, false});
         }
-        if (take("WITH")) need("VALUES");
+        if (isWord("WITH") && isWord("VALUES", 1)) refuse("DEFAULT ... WITH VALUES");
     } else if (take("PRIMARY")) {
         need("KEY");
         result.kind = ConstraintKind::PrimaryKey;

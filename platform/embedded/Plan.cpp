@@ -151,7 +151,9 @@ Type resolveType(const TypeName& name, TypePlace place, int position) {
     if (name.scale >= 0) second = name.scale;
     const std::optional<Type> type =
         name.userSchema.empty() ? typeByName(name.name, first, second, place) : std::nullopt;
-    if (!type) throw sqlErrorAt(static_cast<int>(name.pos.line), 2715, {position, name.name});
+    const int line = static_cast<int>(name.pos.line);
+    if (!type && place == TypePlace::Cast) throw sqlErrorAt(line, 243, {name.name});
+    if (!type) throw sqlErrorAt(line, 2715, {position, name.name});
     return *type;
 }
 
