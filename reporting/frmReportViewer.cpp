@@ -55,6 +55,7 @@ void frmReportViewer::arrange() {
     cboZoom.width(12);
     for (const char* zoom : {"50 %", "75 %", "100 %", "125 %", "150 %", "200 %", "Width", "Page"}) cboZoom.addItem(zoom);
     cmdClose.cancels();
+    crvReport.setTools(false);
     setMenu({{"&Report",
               {mnuPrint, nullptr, mnuPDF, mnu_export, mnuXlsx, mnuCSV, mnuText, nullptr, mnuCopy, nullptr, mnuClose}}});
     setLayout(column({row({cmdFirst, cmdPrevious, lblPage, cmdNext, cmdLast, gap(), cboZoom, gap(), txtFind, lblFound,

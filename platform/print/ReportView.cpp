@@ -40,6 +40,7 @@ QToolButton* toolButton(QWidget* parent, const char* icon, const char* tip) {
 struct ReportView::Impl {
     Report* report = nullptr;
     QWidget* frame = nullptr;
+    QWidget* tools = nullptr;
     QTreeWidget* tree = nullptr;
     PagesArea* area = nullptr;
     QLineEdit* pageField = nullptr;
@@ -59,12 +60,13 @@ struct ReportView::Impl {
     int lastPage = -1;
     int lastPages = -1;
 
-    QHBoxLayout* toolbar(ReportView& view);
+    QWidget* toolbar(ReportView& view);
     QWidget* progressBar(ReportView& view);
 };
 
-QHBoxLayout* ReportView::Impl::toolbar(ReportView& view) {
-    auto* row = new QHBoxLayout;
+QWidget* ReportView::Impl::toolbar(ReportView& view) {
+    tools = new QWidget(frame);
+    auto* row = new QHBoxLayout(tools);
     row->setContentsMargins(kGap_px, kGap_px / 2, kGap_px, kGap_px / 2);
     const auto move = [&](const char* icon, const char* tip, std::function<int()> to) {
         QToolButton* button = toolButton(frame, icon, tip);
@@ -114,7 +116,7 @@ QHBoxLayout* ReportView::Impl::toolbar(ReportView& view) {
     QObject::connect(findField, &QLineEdit::returnPressed, frame,
                      [this, &view] { (void)view.find(findField->text().toStdString()); });
     row->addWidget(findField);
-    return row;
+    return tools;
 }
 
 QWidget* ReportView::Impl::progressBar(ReportView& view) {
@@ -142,7 +144,7 @@ ReportView::ReportView(Form& owner, std::string name)
     auto* whole = new QVBoxLayout(in.frame);
     whole->setContentsMargins(0, 0, 0, 0);
     whole->setSpacing(0);
-    whole->addLayout(in.toolbar(*this));
+    whole->addWidget(in.toolbar(*this));
     auto* parts = new QSplitter(in.frame);
     in.tree = new QTreeWidget(parts);
     in.tree->setObjectName("qt_tree");
@@ -265,6 +267,8 @@ void ReportView::setShowGroupTree(bool show) {
     impl_->tree->setVisible(show && impl_->treeFilled > 0);
 }
 
+void ReportView::setTools(bool shown) { impl_->tools->setVisible(shown); }
+
 void ReportView::showState() {
     Impl& in = *impl_;
     if (!in.pageField->hasFocus()) in.pageField->setText(pages() == 0 ? QString() : QString::number(page()));
@@ -331,6 +335,8 @@ void ReportView::drill(const std::string& screen, const std::string& key) { rais
 
 bool ReportView::key(int key, int modifiers) {
     const bool control = (modifiers & Qt::ControlModifier) != 0;
+    const bool ownTools = !impl_->tools->isHidden();
+    if (!ownTools && (key == Qt::Key_F3 || key == Qt::Key_F || key == Qt::Key_G)) return false;
     if (key == Qt::Key_F3) {
         (void)find(impl_->sought, (modifiers & Qt::ShiftModifier) == 0);
         return true;

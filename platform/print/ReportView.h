@@ -24,6 +24,8 @@ public:
     /// Page 1 is there on return; the rest is laid out while the user reads, with a progress bar and Cancel.
     void setReport(Report* report);
     void setShowGroupTree(bool show);
+    /// The row with pages, zoom and search above the pages; off for a form that has such a row of its own.
+    void setTools(bool shown);
     bool busy() const;    ///< still laying out
     void cancelLayout();  ///< stays with the pages that are there
     void finishLayout();  ///< lays out the rest at once
