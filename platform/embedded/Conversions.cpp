@@ -141,8 +141,7 @@ Datum toDecimal(const Cell& cell, const Conversion& c) {
     const Int128 units = unitsFrom(cell, c, c.to.scale);
     if (!fitsPrecision(units, c.to.precision)) overflow(c);
     if (c.to.scale > 0) {
-        const bool sum = c.from.isExact() || c.from.isFloat();
-        return Datum::of(sum ? fromUnits(units, c.to.scale) + 0.0 : exactFromUnits(units, c.to.scale) + 0.0);
+        return Datum::of((c.from.isFloat() ? fromUnits(units, c.to.scale) : exactFromUnits(units, c.to.scale)) + 0.0);
     }
     if (units > INT64_MAX || units < INT64_MIN) overflow(c);
     return Datum::of(static_cast<std::int64_t>(units));

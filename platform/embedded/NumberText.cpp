@@ -86,12 +86,12 @@ std::string_view trimmed(std::string_view text) {
 }
 
 std::string floatText(double value, int style) {
-    if (style == 0) {
+    if (style < 1 || style > 3) {
         if (value == 0) return "0";
         Scientific s = scientificOf(value, 6);
         dropZeros(s.digits);
         const std::string sign = s.negative ? "-" : "";
-        if (s.exponent >= -5 + 1 && s.exponent < 6) return sign + placed(s.digits, s.exponent + 1);
+        if (s.exponent >= -4 && s.exponent < 6) return sign + placed(s.digits, s.exponent + 1);
         return sign + placed(s.digits, 1) + "e" + signedExponent(s.exponent, 3);
     }
     const Scientific s = scientificOf(value, style == 1 ? 8 : style == 2 ? 16 : 17);

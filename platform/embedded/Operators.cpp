@@ -5,6 +5,7 @@
 #include "platform/embedded/ConvertStyles.h"
 #include "platform/embedded/DateTime.h"
 #include "platform/embedded/Functions.h"
+#include "platform/embedded/Utf8.h"
 
 namespace kv::tsql {
 namespace {
@@ -24,7 +25,7 @@ std::string call(std::string_view name, std::initializer_list<std::string> argum
 std::string number(int value) { return std::to_string(value); }
 
 std::string infix(const std::string& left, std::string_view op, const std::string& right) {
-    return "(" + left + std::string(op) + right + ")";
+    return "(" + left + " " + std::string(op) + " " + right + ")";  // "5--3" would begin a comment
 }
 
 /// An operand of arithmetic: text and NULL become numbers of the result's type, numbers stay as they are. Sums of sums
@@ -131,9 +132,9 @@ CallResult emitNegation(const CallArgument& arg, const ArgumentAs& as) {
     if (!arg.type.isNumber() || arg.type.kind == Kind::Bit) raise(8117, {kindName(arg.type.kind), "minus"});
     // a sum keeps its rounding for later; -0 must not be seen
     const std::string sql = arg.dirty ? arg.sql : as(0, Type{});
-    if (arg.type.isExact() && storageOf(arg.type) == Storage::Real) return {"(0.0-" + sql + ")", arg.type, arg.dirty};
+    if (arg.type.isExact() && storageOf(arg.type) == Storage::Real) return {"(0.0 - " + sql + ")", arg.type, arg.dirty};
     const Type type = arg.type.kind == Kind::TinyInt ? Type::of(Kind::SmallInt) : arg.type;
-    return {"(-" + sql + ")", type, arg.dirty || (type.isInteger() && !arg.isLiteral)};
+    return {"(- " + sql + ")", type, arg.dirty || (type.isInteger() && !arg.isLiteral)};
 }
 
 std::string settled(const std::string& sql, const Type& type) {
@@ -220,12 +221,7 @@ constexpr std::array<AggregateRow, 11> kAggregates = {{
 
 const AggregateRow* aggregateRow(std::string_view name) {
     for (const AggregateRow& row : kAggregates) {
-        bool same = row.name.size() == name.size();
-        for (std::size_t i = 0; same && i < name.size(); ++i) {
-            const char c = name[i];
-            same = row.name[i] == (c >= 'a' && c <= 'z' ? c - 32 : c);
-        }
-        if (same) return &row;
+        if (sameWord(row.name, name)) return &row;
     }
     return nullptr;
 }

@@ -16,8 +16,12 @@ bool between(char32_t code, char32_t low, char32_t high) { return code >= low &&
 
 }  // namespace
 
-bool isAscii(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+bool sameWord(std::string_view a, std::string_view b) {
+    if (a.size() != b.size()) return false;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        if ((a[i] | 32) != (b[i] | 32)) return false;
+    }
+    return true;
 }
 
 std::size_t charactersOf(std::string_view text) {

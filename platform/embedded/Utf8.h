@@ -12,7 +12,8 @@ inline bool isContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC
 std::size_t charactersOf(std::string_view text);
 /// Byte at which character `index` (from 0) begins; the size of the text where there are fewer.
 std::size_t byteOffset(std::string_view text, std::size_t index);
-bool isAscii(std::string_view text);
+/// Names that differ in the case of ASCII letters only.
+bool sameWord(std::string_view a, std::string_view b);
 
 /// The code point at `at`, which moves past it; a broken sequence gives its byte.
 char32_t nextCodePoint(std::string_view text, std::size_t& at);
