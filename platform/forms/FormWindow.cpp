@@ -250,7 +250,11 @@ void Form::Impl::hideFrame() {
         form.widget()->setParent(nullptr);
     }
     form.widget()->hide();
-    if (shell && shell != &form && window == Window::Child) shell->impl().arrangeMiddle();
+    if (!shell || shell == &form || window != Window::Child) return;
+    Impl& around = shell->impl();
+    around.arrangeMiddle();
+    const bool alone = around.mdi && around.mdi->subWindowList().isEmpty();
+    if (alone && shell->widget()->isActiveWindow()) around.focusFirst();
 }
 
 void Form::Impl::arrangeMiddle() {
