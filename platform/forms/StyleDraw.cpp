@@ -521,6 +521,15 @@ void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex
             if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option))
                 return drawScrollBar(bar, painter, widget, this);
             break;
+        case CC_ToolButton:
+            // a button that opens a menu looks like any other
+            if (const auto* tool = qstyleoption_cast<const QStyleOptionToolButton*>(option);
+                tool && (tool->features & QStyleOptionToolButton::HasMenu)) {
+                QStyleOptionToolButton plain(*tool);
+                plain.features &= ~QStyleOptionToolButton::HasMenu;
+                return QProxyStyle::drawComplexControl(control, &plain, painter, widget);
+            }
+            break;
         case CC_GroupBox:
             if (const auto* group = qstyleoption_cast<const QStyleOptionGroupBox*>(option)) {
                 QStyleOption frame(*group);
