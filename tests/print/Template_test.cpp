@@ -121,6 +121,26 @@ TEST(Template, AllOfTheHouseLoad) {
     EXPECT_GE(count, 4);
 }
 
+/// The walk-through of the page for administrators works as it is written.
+TEST(Template, TheWalkThroughLoads) {
+    const std::string page = readTextFile("docs/report-templates.md");
+    std::string text;
+    std::size_t at = 0;
+    for (int block = 0; block < 2; ++block) {
+        at = page.find("```toml\n", at) + 8;
+        const std::size_t end = page.find("```", at);
+        text += page.substr(at, end - at);
+        at = end + 3;
+    }
+    const Template report = readTemplate(readTemplateText(text, "ChartList.rpt", "docs/"), "ChartList.rpt", "docs/");
+    EXPECT_EQ(report.columns.size(), 2U);
+    EXPECT_EQ(report.groups.size(), 1U);
+    // and names every function there is
+    for (const ExprFunction& f : expressionFunctions()) {
+        EXPECT_NE(page.find("| `" + std::string(f.name) + "("), std::string::npos) << f.name;
+    }
+}
+
 TEST(Template, FillsStatements) {
     Template report;
     for (const char* name : {"Period", "@Code", "Day", "Flag", "Amount"}) report.parameters.push_back({.name = name});
