@@ -14,7 +14,7 @@ namespace kv {
 class Program {
 public:
     struct Options {
-        std::string dataFile = "var/hospital.db";  ///< the database of "This computer"
+        std::string dataFile = "var/hospital.db";       ///< the database of "This computer"
         std::string settingsFile = defaultLoginFile();  ///< where the sign-in remembers its source; empty: nowhere
         bool makeDemo = true;                           ///< fills a missing file with the demo hospital
     };

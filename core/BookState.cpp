@@ -22,8 +22,8 @@ void readPending(Connection& cn, std::vector<BookState>& books) {
         "SELECT Book, Period, COUNT(*) AS Batches FROM dbo.vwBookBatch WHERE Posted = 0 AND Cancelled = 0"
         " GROUP BY Book, Period ORDER BY Book, Period");
     for (; !rows.eof(); rows.moveNext()) {
-        const auto book = std::find_if(books.begin(), books.end(),
-                                       [&](const BookState& b) { return b.code == rows["Book"].text(); });
+        const auto book =
+            std::find_if(books.begin(), books.end(), [&](const BookState& b) { return b.code == rows["Book"].text(); });
         if (book == books.end()) continue;
         if (module1::IsBookOpen(cn, book->code, rows["Period"].text())) {
             book->pending += static_cast<int>(rows["Batches"].integer());
@@ -42,7 +42,10 @@ std::vector<BookState> readBookStates(Connection& cn, const Date& today, int cou
         book.code = entry.code;
         book.name = entry.name;
         if (!sys.eof()) {
-            book.workingPeriod = sys[book.code == "AP" ? "APPERIOD" : book.code == "CD" ? "CDBPERIOD" : "glperiod"].text();
+            book.workingPeriod = sys[book.code == "AP"   ? "APPERIOD"
+                                     : book.code == "CD" ? "CDBPERIOD"
+                                                         : "glperiod"]
+                                     .text();
         }
         book.months = monthsUpTo(today, count);
         for (BookMonth& month : book.months) month.closed = !module1::IsBookOpen(cn, book.code, month.period);
@@ -54,7 +57,8 @@ std::vector<BookState> readBookStates(Connection& cn, const Date& today, int cou
 
 Preparation readPreparation(Connection& cn) {
     const Recordset row = cn.Open(
-        "SELECT TOP 1 Period, PreparedAt, PreparedBy, StaleSince FROM dbo.PreparedPeriod ORDER BY PreparedAt DESC, Period DESC");
+        "SELECT TOP 1 Period, PreparedAt, PreparedBy, StaleSince FROM dbo.PreparedPeriod ORDER BY PreparedAt DESC, "
+        "Period DESC");
     Preparation found;
     if (row.eof()) return found;
     found.any = true;

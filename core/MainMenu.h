@@ -1,5 +1,6 @@
 #pragma once
-// MainMenu: the entries of the shell's menus as tables: what each is called, opens and logs, and which right enables it.
+// MainMenu: the entries of the shell's menus as tables: what each is called, opens and logs, and which right enables
+// it.
 
 #include <string_view>
 #include <vector>

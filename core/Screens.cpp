@@ -18,7 +18,8 @@ void Screens::addCommand(std::string name, std::function<void(Session&)> run) {
 }
 
 const ScreenEntry* Screens::find(std::string_view name) const {
-    const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const ScreenEntry& e) { return e.name == name; });
+    const auto found =
+        std::find_if(entries_.begin(), entries_.end(), [&](const ScreenEntry& e) { return e.name == name; });
     return found == entries_.end() ? nullptr : &*found;
 }
 

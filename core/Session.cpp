@@ -10,7 +10,7 @@ namespace {
 
 struct SysColumn {
     const char* name;
-    std::string SysCopies::* copy;
+    std::string SysCopies::*copy;
 };
 
 // in the order in which they are read

@@ -15,9 +15,9 @@ void clsParameters::take(std::string_view code, std::string_view stored) {
 #define KV_NUMBER(key, property, initial) \
     {key, [](Values& v, std::string_view text) { v.property = static_cast<short>(module1::Value(text).toDouble()); }},
 #define KV_TEXT(key, property, initial) {key, [](Values& v, std::string_view text) { v.property = text; }},
-#define KV_FORMAT(key, property, initial)              \
-    {key, [](Values& v, std::string_view text) {       \
-         if (!text.empty()) v.property = text;         \
+#define KV_FORMAT(key, property, initial)        \
+    {key, [](Values& v, std::string_view text) { \
+         if (!text.empty()) v.property = text;   \
      }},
 #include "core/Parameters.def"
 #undef KV_FLAG
@@ -56,8 +56,8 @@ void clsParameters::fillFromOtherTables() {
 void clsParameters::UpdateParameters(std::string_view Code, std::string_view NewValue, std::string_view Description,
                                      std::source_location at) {
     traced("clsParameters.UpdateParameters", at, [&] {
-        connection_.Execute("sp_Update_Parameters '" + std::string(Code) + "','" + module1::SQLString(NewValue) + "','" +
-                            module1::SQLString(Description) + "'");
+        connection_.Execute("sp_Update_Parameters '" + std::string(Code) + "','" + module1::SQLString(NewValue) +
+                            "','" + module1::SQLString(Description) + "'");
     });
 }
 

@@ -16,7 +16,9 @@ std::string counted(int count, const char* one, const char* many) {
 /// What waits in a book: batches of open months, and months before today's that are not closed.
 void addWaiting(std::vector<ListView::Item>& items, const BookState& book, const std::string& today) {
     if (book.pending > 0) {
-        items.push_back({book.code, {book.name, counted(book.pending, "batch waits for its close", "batches wait for their close")}});
+        items.push_back(
+            {book.code,
+             {book.name, counted(book.pending, "batch waits for its close", "batches wait for their close")}});
     }
     for (const BookMonth& month : book.months) {
         if (month.closed || month.period >= today || month.period < book.workingPeriod) continue;
@@ -54,7 +56,8 @@ void frmCenter::ShowState() {
     const std::vector<BookState> books = readBookStates(session_.cn(), Today(), kMonthsShown);
     std::vector<ListColumn> columns{{"Book", 26, Align::Left, true}, {"Working month", 14}};
     if (!books.empty()) {
-        for (const BookMonth& month : books.front().months) columns.push_back({shortPeriodName(month.period), 10, Align::Center});
+        for (const BookMonth& month : books.front().months)
+            columns.push_back({shortPeriodName(month.period), 10, Align::Center});
     }
     columns.push_back({"Waiting", 9, Align::Right});
     lvwBooks.setColumns(std::move(columns));
@@ -70,8 +73,9 @@ void frmCenter::ShowState() {
     }
     const Preparation prepared = readPreparation(session_.cn());
     if (prepared.any && prepared.stale) {
-        waiting.push_back({"stale", {"Financial statements", "Prepared figures of " + periodName(prepared.period) +
-                                                                 " are older than the ledger"}});
+        waiting.push_back({"stale",
+                           {"Financial statements",
+                            "Prepared figures of " + periodName(prepared.period) + " are older than the ledger"}});
     }
     lvwBooks.setItems(std::move(rows));
     lvwWaiting.setItems(std::move(waiting));

@@ -21,7 +21,9 @@ public:
 
 protected:
     void Form_Load() override;
-    void Form_Activate() override { run("Form_Activate", [this] { ShowState(); }); }
+    void Form_Activate() override {
+        run("Form_Activate", [this] { ShowState(); });
+    }
 
 private:
     void ShowState();

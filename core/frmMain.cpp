@@ -17,7 +17,7 @@ frmMain::frmMain(Session& session) : Form("frmMain", kProgramTitle, Window::Shel
     cmdQuit.onClick = [this] { Unload(); };
     cmdQuit.large();
     lblCompany.look(Label::Look::Heading);
-    setIcon("hospital");
+    setIcon("view-institution");
     buildButtons();
     buildMenus();
     setStatusBar(sbrMain);
@@ -60,14 +60,15 @@ void frmMain::buildMenus() {
     file.parts.emplace_back(addItem("mnuUserSettings", "&User Settings...", "user-identity", [this] {
         OpenPassword(static_cast<int>(PasswordTargets::UserSettings), "Open User Settings");
     }));
-    file.parts.emplace_back(addItem("mnuUserLogs", "User &Logs...", "view-list-text", [this] { mnuUserLogs_Click_Err(); }));
+    file.parts.emplace_back(
+        addItem("mnuUserLogs", "User &Logs...", "view-list-text", [this] { mnuUserLogs_Click_Err(); }));
     file.parts.emplace_back(nullptr);
     file.parts.emplace_back(addItem("mnuQuit", "E&xit", "application-exit", [this] { Unload(); }));
 
     MenuSpec books{"&Books", {}};
     for (const BookEntry& book : bookEntries()) {
-        books.parts.emplace_back(
-            addItem(book.menu, replaceAll(book.caption, "\n", " "), book.icon, [this, &book] { button(book.button).press(); }));
+        books.parts.emplace_back(addItem(book.menu, replaceAll(book.caption, "\n", " "), book.icon,
+                                         [this, &book] { button(book.button).press(); }));
     }
     books.parts.emplace_back(nullptr);
     books.parts.emplace_back(addItem("mnuHU", "&Hospital Uploads", "book-upload", [this] {
@@ -130,8 +131,7 @@ void frmMain::ApplyParameters() {
     show("mnuFiscalYears", UCase(session_.Sys.YearType) == "FISCAL");
     show("mnuBuildFixedAssetDepartment", true);
     show("mnuLinkInvClassification", p.IsInventoryBasedOnClassification());
-    show("mnuLinkInvClassificationLocation",
-         !p.IsInventoryBasedOnLocation() && !p.IsInventoryBasedOnClassification());
+    show("mnuLinkInvClassificationLocation", !p.IsInventoryBasedOnLocation() && !p.IsInventoryBasedOnClassification());
     show("mnuModeOfPayment", p.EnableModeOfPayment(client));
     control("mnuLinkCards")->setEnabled(module1::TableExists(session_.cn(), "CardLink"));
 }
@@ -226,8 +226,6 @@ void frmMain::MDIForm_Unload() {
     session_.cn().close();
 }
 
-CommandButton& frmMain::button(std::string_view name) const {
-    return dynamic_cast<CommandButton&>(*control(name));
-}
+CommandButton& frmMain::button(std::string_view name) const { return dynamic_cast<CommandButton&>(*control(name)); }
 
 }  // namespace kv

@@ -18,7 +18,7 @@ public:
 
     void SetUserAccess();
 
-    Image picPicture2{*this, "picPicture2", "hospital", 40};
+    Image picPicture2{*this, "picPicture2", "view-institution", 40};
     Label lblCompany{*this, "lblCompany"};
     CommandButton cmdHospital{*this, "cmdHospital", "&Hospital\nUploads", "book-upload"};
     CommandButton cmdQuit{*this, "cmdQuit", "E&xit", "application-exit"};

@@ -2,6 +2,7 @@
 
 #include "core/Session.h"
 #include "core/module1.h"
+#include "platform/data/Statement.h"
 #include "platform/forms/Dialogs.h"
 
 namespace kv {
@@ -76,7 +77,8 @@ void frmUserSettings::cmdSave_Click() {
     }
     SaveAccess();
     MsgBox("Access restrictions has been set.");
-    if (txtUserID.text() == session_.EmployeeCode) session_.UserAccess.LoadSettings(session_.cn(), session_.EmployeeCode);
+    if (txtUserID.text() == session_.EmployeeCode)
+        session_.UserAccess.LoadSettings(session_.cn(), session_.EmployeeCode);
     ClearForm();
 }
 
@@ -87,7 +89,8 @@ void frmUserSettings::SaveAccess() {
     session_.cn().Execute("Delete Access where UserID = '" + user + "'");
     for (int i = 0; i < lvwAccess.count(); ++i) {
         session_.cn().Execute("INSERT INTO ACCESS (UserID, AccessID, CanAccess) VALUES ('" + user + "','" +
-                              module1::SQLString(lvwAccess.item(i).key) + "'," + (lvwAccess.checked(i) ? "1" : "0") + ")");
+                              module1::SQLString(lvwAccess.item(i).key) + "'," + (lvwAccess.checked(i) ? "1" : "0") +
+                              ")");
     }
     LogSaved();
     save.commit();
@@ -99,7 +102,7 @@ void frmUserSettings::LogSaved() {
         session_.cn().Open("SELECT COUNT(*) AS UserSettCount FROM ACCESS WHERE UserID = '" + user + "'");
     const bool edited = !count.eof() && count["UserSettCount"].integer() > 0;
     module1::SaveUserLog(session_, std::string(edited ? "Edited" : "Created") +
-                                       " User Settings : " + module1::SQLString(txtUser.text()) + " | Code : " + user);
+                                       " User Settings : " + escaped(txtUser.text()) + " | Code : " + user);
 }
 
 void frmUserSettings::cmdIgnore_Click() {

@@ -95,7 +95,8 @@ bool ColumnExists(Connection& cn, std::string_view table, std::string_view colum
 
 bool TableExists(Connection& cn, std::string_view table, Place at) {
     return traced("module1.TableExists", at, [&] {
-        return !cn.Open("SELECT 1 FROM INFORMATION_SCHEMA.COLUMNS WHERE TABLE_NAME = '" + std::string(table) + "'").eof();
+        return !cn.Open("SELECT 1 FROM INFORMATION_SCHEMA.COLUMNS WHERE TABLE_NAME = '" + std::string(table) + "'")
+                    .eof();
     });
 }
 
@@ -136,8 +137,8 @@ std::string GetVendorName(Connection& cn, std::string_view id, Place at) {
 
 std::string GetEmployeeName(Connection& cn, std::string_view code, Place at) {
     return traced("module1.GetEmployeeName", at, [&] {
-        const Recordset row = cn.Open("select top 1 * from PASSWORD..tbPasswordMain where EmployeeID = '" +
-                                      std::string(code) + "'");
+        const Recordset row =
+            cn.Open("select top 1 * from PASSWORD..tbPasswordMain where EmployeeID = '" + std::string(code) + "'");
         if (row.eof()) return std::string();
         std::string name = properCase(row["FirstName"].text()) + " ";
         const std::string middle = row["MiddleName"].text();
@@ -157,7 +158,9 @@ void LockDatePicker(DatePicker& picker, bool lock) {
 void LockDTPicker(DatePicker& picker, bool lock) { picker.setEnabled(!lock); }
 
 int NewControlSize(int newOuter, int oldOuter, int oldControl) { return newOuter - oldOuter + oldControl; }
-int DockControlBottom(int outerHeight, int oldOuterHeight, int oldTop) { return outerHeight - (oldOuterHeight - oldTop); }
+int DockControlBottom(int outerHeight, int oldOuterHeight, int oldTop) {
+    return outerHeight - (oldOuterHeight - oldTop);
+}
 int DockControlRight(int outerWidth, int oldOuterWidth, int oldLeft) { return outerWidth - (oldOuterWidth - oldLeft); }
 
 bool SelectPrinter(Session& session, Place at) {
@@ -182,8 +185,9 @@ void SaveUserLog(Session& session, std::string_view Text, Place at) {
 bool Save_AuditLog_Err(Session& session, std::string_view Book, std::string_view Reference, std::string_view Extra,
                        std::string_view Text, Place at) {
     return traced("module1.Save_AuditLog_Err", at, [&] {
-        session.cn().Execute("ACCOUNTING..sp_SaveAuditLog '" + session.EmployeeCode + "', '" + std::string(Book) + "', '" +
-                             std::string(Reference) + "', '" + std::string(Extra) + "', '" + std::string(Text) + "'");
+        session.cn().Execute("ACCOUNTING..sp_SaveAuditLog '" + session.EmployeeCode + "', '" + std::string(Book) +
+                             "', '" + std::string(Reference) + "', '" + std::string(Extra) + "', '" +
+                             std::string(Text) + "'");
         return true;
     });
 }

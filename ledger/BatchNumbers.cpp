@@ -53,7 +53,8 @@ PrintedNumber GetNextJvNumber(Session& session, std::string_view Period, const D
         }
         number.JVYear = Format(date, "yyyy");
         number.JVMonth = Format(date, "MM");
-        const std::string& mask = parameters.UsePrintJVBatch() ? parameters.PrintJVBatchFormat() : parameters.JVFormat();
+        const std::string& mask =
+            parameters.UsePrintJVBatch() ? parameters.PrintJVBatchFormat() : parameters.JVFormat();
         number.PrintJVBatch = maskDate(mask, date);
         if (parameters.UsePrintJVBatch()) {
             const auto series = static_cast<short>(GetNewSeriesCount(session, "JV", number.JVYear, number.JVMonth));

@@ -28,8 +28,8 @@ const char* headerTableOf(std::string_view BookCode) {
 }
 
 std::string Query_Pending(std::string_view BookCode) {
-    const std::string types = BookCode == "JV" ? " AND A.BATCHTYPE IN ('JV','YE')"
-                                               : sql(" AND A.BATCHTYPE = '{}'").text(BookCode).str();
+    const std::string types =
+        BookCode == "JV" ? " AND A.BATCHTYPE IN ('JV','YE')" : sql(" AND A.BATCHTYPE = '{}'").text(BookCode).str();
     return selectBatches(BookCode) + " WHERE A.POSTED = 0" + notCancelled(BookCode) + types + kInOrder;
 }
 

@@ -26,8 +26,8 @@ void drawNumbers(Session& session, JournalBatch& batch) {
 }
 
 std::string insertLine(const Session& session, const JournalBatch& batch, const JournalLine& line, int seqNo) {
-    Statement statement =
-        sql("INSERT INTO {} ( Batch, Period, Code, Dept, BatchDate, Description, Debit, Credit").name(session.BookDetailTable());
+    Statement statement = sql("INSERT INTO {} ( Batch, Period, Code, Dept, BatchDate, Description, Debit, Credit")
+                              .name(session.BookDetailTable());
     if (batch.HasSubCode) statement.more(", SubCode");
     statement.more(", SeqNo, Posted) VALUES ('{}', '{}', '{}', '{}', '{}', '{}', {}, {}")
         .text(batch.Batch)
@@ -54,7 +54,8 @@ void saveVoucherLink(Session& session, const JournalBatch& batch, const JournalL
                       .text(book)
                       .number(seqNo));
     if (!line.Voucher.empty()) return;
-    send(session, sql("sp_Insert_Vouchers '{}', 'JV', '{}', '', '{}'").text(voucher).text(batch.Batch).date(batch.BatchDate));
+    send(session,
+         sql("sp_Insert_Vouchers '{}', 'JV', '{}', '', '{}'").text(voucher).text(batch.Batch).date(batch.BatchDate));
 }
 
 void saveLines(Session& session, const JournalBatch& batch) {
@@ -73,11 +74,13 @@ std::string groupOf(Session& session, const std::string& code) {
     return row.eof() ? std::string() : row["glgroup"].text();
 }
 
-std::string insertDailyRow(Session& session, const JournalBatch& batch, const JournalLine& line, const std::string& table) {
+std::string insertDailyRow(Session& session, const JournalBatch& batch, const JournalLine& line,
+                           const std::string& table) {
     const bool debit = line.amount() > Money();
     const char* side = debit ? "D" : "C";
     const std::string day = defaultText(batch.BatchDate);
-    return sql("INSERT INTO {} ( Batch, RefNum, Period, Code, DatePosted, TransDate, Side, DRCR, DrCode, CrCode, Amount, "
+    return sql("INSERT INTO {} ( Batch, RefNum, Period, Code, DatePosted, TransDate, Side, DRCR, DrCode, CrCode, "
+               "Amount, "
                "GLGroup) VALUES ('{}', '{}', '{}', '{}', '{}', '{}', '{}', '{}', '{}', '{}', {}, '{}')")
         .name(table)
         .text(batch.Batch)
@@ -124,10 +127,11 @@ void saveHeader(Session& session, const JournalBatch& batch) {
                           .text(batch.Printed.JVSeries));
     }
     if (session.UpdateAcctgLink) {
-        send(session, sql("Update tbAcctgLink set BatchNo = '{}', Status = 'F' where BatchDate = '{}' and BatchType = '{}'")
-                          .text(batch.Batch)
-                          .date(batch.BatchDate)
-                          .text(batch.BatchType));
+        send(session,
+             sql("Update tbAcctgLink set BatchNo = '{}', Status = 'F' where BatchDate = '{}' and BatchType = '{}'")
+                 .text(batch.Batch)
+                 .date(batch.BatchDate)
+                 .text(batch.BatchType));
     }
 }
 

@@ -41,7 +41,7 @@ constexpr auto kCloseTasks = std::to_array<CloseTask>({
 struct WorkingPeriod {
     PeriodMode mode;
     const char* statement;
-    std::string SysCopies::* copy;
+    std::string SysCopies::*copy;
     const char* log;
 };
 constexpr auto kWorkingPeriods = std::to_array<WorkingPeriod>({
@@ -79,8 +79,7 @@ bool PostGLPeriod(Session& session, std::string_view Period) {
         const Hourglass busy;
         session.cn().Execute(sql("sp_PostGLtoGL '{}','{}'").text(Period).text(session.BookCode()));
     }
-    module1::SaveUserLog(session,
-                         "Posted GL to GL : " + std::string(Period) + " | BatchType : " + session.BookCode());
+    module1::SaveUserLog(session, "Posted GL to GL : " + std::string(Period) + " | BatchType : " + session.BookCode());
     MsgBox("The month has been closed. You must rerun the Financial Preparation to update the Reports.",
            Icon::Information);
     return true;
@@ -129,8 +128,7 @@ void UpdatePrd(Session& session, PeriodMode mode, std::string_view Period) {
 
 void ReportPreparation(Session& session, std::string_view Period) {
     const Hourglass busy;
-    session.cn().Execute(
-        sql("UPDATE SYS SET rptpdStart = '{}' , rptpdEnd = '{}'").text(Period).text(Period));
+    session.cn().Execute(sql("UPDATE SYS SET rptpdStart = '{}' , rptpdEnd = '{}'").text(Period).text(Period));
     session.Sys.rptpdstart = Period;
     session.Sys.rptpdEnd = Period;
     session.cn().Execute(sql("sp_PrepareFinance '{}'").text(Period));

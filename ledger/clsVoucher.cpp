@@ -9,8 +9,8 @@ namespace kv {
 
 bool clsVoucher::InputVoucherInfo(std::string_view OldVoucher, std::string_view SubCode, std::string_view Title) {
     VendorID = SubCode;
-    const auto typed = InputBox("Voucher that this line touches. Leave it empty to open a new one with the batch.",
-                                Title, OldVoucher);
+    const auto typed =
+        InputBox("Voucher that this line touches. Leave it empty to open a new one with the batch.", Title, OldVoucher);
     if (!typed) return false;
     Voucher = module1::ATrim(*typed);
     if (Voucher.empty()) return true;

@@ -6,7 +6,8 @@
 
 namespace kv {
 
-frmChecklistBatch::frmChecklistBatch(Session& session) : Form("frmChecklistBatch", "List of Vouchers"), session_(session) {
+frmChecklistBatch::frmChecklistBatch(Session& session)
+    : Form("frmChecklistBatch", "List of Vouchers"), session_(session) {
     lvwList.checkBoxes().rows(16);
     lvwList.setColumns({{"Batch", 16}, {"Date", 12}, {"Particulars", 60, Align::Left, true}});
     lvwList.setHelp("Space ticks a batch.");

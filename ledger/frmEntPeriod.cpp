@@ -29,8 +29,8 @@ bool frmEntPeriod::ShowDialog(int Mode, int SubMode, std::string_view Text, std:
     dtpPeriod.setValue(dateOfPeriod(session_.Sys.glperiod));
     txtEntity.setText(Text);
     if (look->entityCaption) {
-        setLayout(column({fields({{look->entityCaption, txtEntity}, {"&Period :", dtpPeriod}}),
-                          buttons({cmdOption0, cmdOption1})}));
+        setLayout(column(
+            {fields({{look->entityCaption, txtEntity}, {"&Period :", dtpPeriod}}), buttons({cmdOption0, cmdOption1})}));
         setFirstFocus(txtEntity);
     } else {
         txtEntity.setVisible(false);
@@ -57,19 +57,26 @@ void frmEntPeriod::cmdOption0_Click() {
 
 bool frmEntPeriod::doTask(PeriodMode mode, const std::string& period) {
     switch (mode) {
-        case PeriodMode::ClosePeriod: return PostGLPeriod(session_, period);
+        case PeriodMode::ClosePeriod:
+            return PostGLPeriod(session_, period);
         case PeriodMode::CloseAP:
         case PeriodMode::CloseCDB:
-        case PeriodMode::PostBegBal: return CloseThrough(session_, mode, period);
-        case PeriodMode::ReopenBook: return UnPostBook(session_, txtEntity.text(), period);
+        case PeriodMode::PostBegBal:
+            return CloseThrough(session_, mode, period);
+        case PeriodMode::ReopenBook:
+            return UnPostBook(session_, txtEntity.text(), period);
         case PeriodMode::SetGLPeriod:
         case PeriodMode::SetAPPeriod:
-        case PeriodMode::SetCDBPeriod: UpdatePrd(session_, mode, period); return true;
+        case PeriodMode::SetCDBPeriod:
+            UpdatePrd(session_, mode, period);
+            return true;
         case PeriodMode::Prepare:
             ReportPreparation(session_, period);
             MsgBox("Financial Report Preparation Completed.", Icon::Information, "Message");
             return true;
-        case PeriodMode::TrialBalance: rptTrialBalance(session_, period); return true;
+        case PeriodMode::TrialBalance:
+            rptTrialBalance(session_, period);
+            return true;
     }
     return false;
 }

@@ -14,11 +14,11 @@ constexpr int kMonthsShown = 12;
 frmGL::frmGL(Session& session) : Form("frmGL", "General Ledger", Window::Child), session_(session) {
     Label1.look(Label::Look::Heading);
     lblPrepared.look(Label::Look::Hint);
-    tbrGL.button("ENTER", "Prepare", "run-build", "Prepare the figures of the statements")
-        .button("PRINT", "Trial Balance", "view-statistics", "Trial balance of a month")
-        .button("POST", "Open a Book", "document-decrypt", "Open a closed month of a book again")
+    tbrGL.button("ENTER", "Prepare", "media-playback-start", "Prepare the figures of the statements")
+        .button("PRINT", "Trial Balance", "office-report", "Trial balance of a month")
+        .button("POST", "Open a Book", "object-unlocked", "Open a closed month of a book again")
         .separator()
-        .button("CLOSE", "Close", "window-close", "Leave the ledger");
+        .button("CLOSE", "Close", "document-close", "Leave the ledger");
     tbrGL.onButtonClick = [this](const std::string& key) { tbrGL_ButtonClick(key); };
     mnuEnter.onClick = [this] { OpenPeriod(static_cast<int>(PeriodMode::Prepare)); };
     mnuGeneral_0.onClick = [this] { OpenPeriod(static_cast<int>(PeriodMode::SetGLPeriod)); };
@@ -46,7 +46,8 @@ void frmGL::ShowState() {
     const std::vector<BookState> books = readBookStates(session_.cn(), Today(), kMonthsShown);
     std::vector<ListColumn> columns{{"Book", 26, Align::Left, true}};
     if (!books.empty()) {
-        for (const BookMonth& month : books.front().months) columns.push_back({shortPeriodName(month.period), 9, Align::Center});
+        for (const BookMonth& month : books.front().months)
+            columns.push_back({shortPeriodName(month.period), 9, Align::Center});
     }
     columns.push_back({"Waiting", 8, Align::Right});
     lvwBooks.setColumns(std::move(columns));

@@ -17,12 +17,12 @@ public:
     Toolbar tbrGL{*this, "tbrGL"};
     ListView lvwBooks{*this, "lvwBooks"};
 
-    MenuItem mnuEnter{*this, "mnuEnter", "&Financial Report Preparation", "run-build", "Ctrl+R"};
+    MenuItem mnuEnter{*this, "mnuEnter", "&Financial Report Preparation", "media-playback-start", "Ctrl+R"};
     MenuItem mnuGeneral{*this, "mnuGeneral", "Pe&riods"};
-    MenuItem mnuGeneral_0{*this, "mnuGeneral_0", "&Set GL Period", "view-calendar-month"};
-    MenuItem mnuGeneral_1{*this, "mnuGeneral_1", "&Open a Closed Book", "document-decrypt"};
-    MenuItem mnuClose{*this, "mnuClose", "C&lose", "window-close"};
-    MenuItem mnuTrialBalance1{*this, "mnuTrialBalance1", "&Trial Balance", "view-statistics", "Ctrl+T"};
+    MenuItem mnuGeneral_0{*this, "mnuGeneral_0", "&Set GL Period", "view-calendar"};
+    MenuItem mnuGeneral_1{*this, "mnuGeneral_1", "&Open a Closed Book", "object-unlocked"};
+    MenuItem mnuClose{*this, "mnuClose", "C&lose", "document-close"};
+    MenuItem mnuTrialBalance1{*this, "mnuTrialBalance1", "&Trial Balance", "office-report", "Ctrl+T"};
 
 protected:
     void Form_Load() override;

@@ -17,17 +17,18 @@
 
 namespace kv {
 
-frmGeneral::frmGeneral(Session& session) : Form("frmGeneral", "Journal Vouchers Book", Window::Child), session_(session) {
+frmGeneral::frmGeneral(Session& session)
+    : Form("frmGeneral", "Journal Vouchers Book", Window::Child), session_(session) {
     setKeyPreview(true);
     Label1.look(Label::Look::Heading);
     lblPeriod.look(Label::Look::Hint);
     lblBatches.look(Label::Look::Hint);
     tbrGeneral.button("ENTER", "Enter", "document-edit", "Enter or edit a batch")
         .button("PRINT", "Print", "document-print", "View or print a batch")
-        .button("POST", "Close Period", "document-encrypt", "Close the month of this book")
+        .button("POST", "Close Period", "object-locked", "Close the month of this book")
         .button("DEPOSIT", "Deposit", "wallet-open", "Enter a deposit")
         .separator()
-        .button("CLOSE", "Close", "window-close", "Leave this book");
+        .button("CLOSE", "Close", "document-close", "Leave this book");
     tbrGeneral.onButtonClick = [this](const std::string& key) { tbrGeneral_ButtonClick(key); };
     mnuEnter_0.onClick = [this] { mnuEnter_0_Click(); };
     mnuEnter_1.onClick = [this] { mnuEnter_1_Click(); };
@@ -44,7 +45,8 @@ frmGeneral::frmGeneral(Session& session) : Form("frmGeneral", "Journal Vouchers 
     lvwBatches.setHelp("Enter opens a batch; Ctrl+E lists what can be edited.");
     lvwBatches.onDblClick = [this](int) { OpenBatch(); };
     setMenu({{"&Batch Entries",
-              {mnuEnter_0, mnuEnter_1, mnuEnter_2, nullptr, mnuPost, mnuUnpost, nullptr, mnuEnter_4, nullptr, mnuEnter_5}}});
+              {mnuEnter_0, mnuEnter_1, mnuEnter_2, nullptr, mnuPost, mnuUnpost, nullptr, mnuEnter_4, nullptr,
+               mnuEnter_5}}});
     setToolbar(tbrGeneral);
     setLayout(column({row({Label1, stretch(), lblPeriod}), expand(lvwBatches), lblBatches}));
     setSize(1040, 620);
@@ -85,7 +87,9 @@ void frmGeneral::LoadBatches() {
         ListView::Item item{batchKey(rows["Batch"].text()),
                             {rows["DisplayBatch"].text(), day.isNull() ? "" : Format(day.date(), "yyyy-MM-dd"),
                              rows["Particular"].text(), Format(rows["Total"].money(), "#,##0.00"),
-                             cancelled ? "cancelled" : rows["Posted"].boolean() ? "posted" : "entered"}};
+                             cancelled                  ? "cancelled"
+                             : rows["Posted"].boolean() ? "posted"
+                                                        : "entered"}};
         item.dim = cancelled;
         items.push_back(std::move(item));
     }

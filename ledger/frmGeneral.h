@@ -23,8 +23,8 @@ public:
     MenuItem mnuEnter_2{*this, "mnuEnter_2", "&Cancel Batch", "edit-delete"};
     MenuItem mnuPost{*this, "mnuPost", "&Post Batches", "dialog-ok-apply"};
     MenuItem mnuUnpost{*this, "mnuUnpost", "Unpost Batches", "edit-undo"};
-    MenuItem mnuEnter_4{*this, "mnuEnter_4", "Close Pe&riod", "document-encrypt"};
-    MenuItem mnuEnter_5{*this, "mnuEnter_5", "C&lose", "window-close"};
+    MenuItem mnuEnter_4{*this, "mnuEnter_4", "Close Pe&riod", "object-locked"};
+    MenuItem mnuEnter_5{*this, "mnuEnter_5", "C&lose", "document-close"};
 
 protected:
     void Form_Load() override;

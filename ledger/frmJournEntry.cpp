@@ -49,7 +49,8 @@ void frmJournEntry::arrange() {
     dtpBatchDate.setHelp("Date of the batch. + and - move by a day. A closed month is refused.");
     txtParticular.maxLength(500);
     txtParticular.setHelp("What the batch is about, as it shall stand in the books.");
-    grdAccounts.setHelp("Code or part of a title, Enter moves on. F2 searches, F7 adds a row, F8 deletes it, Ctrl+S saves.");
+    grdAccounts.setHelp(
+        "Code or part of a title, Enter moves on. F2 searches, F7 adds a row, F8 deletes it, Ctrl+S saves.");
     lblAccount.look(Label::Look::FigureBold);
     lblAccount.setAlign(Align::Left);
     for (Label* total : {&lblTotals0, &lblTotals1, &lblTotals2}) total->look(Label::Look::FigureBold);
@@ -62,7 +63,8 @@ void frmJournEntry::arrange() {
         fields({{"&Date:", {dtpBatchDate, gap(), lblBatchType, width(cboBatchType, 26), stretch()}},
                 {"&Particulars:", txtParticular}}),
         expand(grdAccounts),
-        row({expand(lblAccount), fields({{"Debit", lblTotals0}, {"Credit", lblTotals1}, {"Difference", lblTotals2}}, 3)}),
+        row({expand(lblAccount),
+             fields({{"Debit", lblTotals0}, {"Credit", lblTotals1}, {"Difference", lblTotals2}}, 3)}),
         row({cmdOption2, cmdOption3, gap(), cmdOption6, stretch(), cmdOption0, cmdOption1}),
     }));
     setSize(1080, 680);
@@ -144,8 +146,7 @@ void frmJournEntry::ClearValues() {
 }
 
 void frmJournEntry::LoadVoucher() {
-    Recordset rows =
-        session_.cn().Open(sql("sp_Load_BatchDT '{}','{}'").text(session_.BookCode()).text(CurrentBatch_));
+    Recordset rows = session_.cn().Open(sql("sp_Load_BatchDT '{}','{}'").text(session_.BookCode()).text(CurrentBatch_));
     clsAccount account(session_);
     const auto amount = [](const Value& value) {
         return value.isNull() ? std::string() : Format(value.money(), "#,##0.00##");
@@ -162,8 +163,8 @@ void frmJournEntry::LoadVoucher() {
         account.Search(rows["Code"].text(), "ALL");
         grdAccounts.SetText(row, kSubsidiary, account.Found ? account.Subsidiary : std::string());
     }
-    const Recordset header = session_.cn().Open(
-        sql("select * from {} WHERE Batch = '{}'").name(session_.BookTable()).text(CurrentBatch_));
+    const Recordset header =
+        session_.cn().Open(sql("select * from {} WHERE Batch = '{}'").name(session_.BookTable()).text(CurrentBatch_));
     if (header.eof()) return;
     txtParticular.setText(header["Particular"].text());
     batchType_ = header["BatchType"].text();
@@ -278,8 +279,7 @@ void frmJournEntry::ValidateDept(bool& Cancel) {
     Cancel = !center.Validate(grdAccounts.TextEntry());
     if (Cancel) return;
     grdAccounts.SetTextEntry(center.Code);
-    grdAccounts.SetText(row, kTitle,
-                        module1::GetAcctName(session_.cn(), grdAccounts.GetText(row, kCode), center.Code));
+    grdAccounts.SetText(row, kTitle, module1::GetAcctName(session_.cn(), grdAccounts.GetText(row, kCode), center.Code));
 }
 
 void frmJournEntry::grdAccounts_Browse() {

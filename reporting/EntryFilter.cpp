@@ -10,10 +10,14 @@ namespace {
 
 std::string_view allowedKeys(EntryFilter filter) {
     switch (filter) {
-        case EntryFilter::SignedNumber: return "1234567890.+-";
-        case EntryFilter::PositiveNumber: return "1234567890.+";
-        case EntryFilter::DateText: return "1234567890/";
-        default: return {};
+        case EntryFilter::SignedNumber:
+            return "1234567890.+-";
+        case EntryFilter::PositiveNumber:
+            return "1234567890.+";
+        case EntryFilter::DateText:
+            return "1234567890/";
+        default:
+            return {};
     }
 }
 

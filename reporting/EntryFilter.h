@@ -14,7 +14,8 @@ enum class EntryFilter : int {
     DateText = 4,
 };
 
-/// The part of `typed` (one key, or a pasted text) that the filter takes; `kept` is what stands in the editor beside it.
+/// The part of `typed` (one key, or a pasted text) that the filter takes; `kept` is what stands in the editor beside
+/// it.
 std::string filterKeys(EntryFilter filter, std::string_view typed, std::string_view kept);
 
 /// The text as it is written back: numbers by the number format, dates in the short form, anything else as typed.

@@ -20,9 +20,12 @@ constexpr const char* kOwnDatabase = "ACCOUNTING";
 kv::Value positional(const kv::Value& value, ParameterType type) {
     switch (type) {
         case ParameterType::Number:
-        case ParameterType::Currency: return value.isText() ? kv::Value(numberOf(value.text())) : kv::Value(value.number());
-        case ParameterType::Boolean: return kv::Value(value.boolean());
-        default: return value;
+        case ParameterType::Currency:
+            return value.isText() ? kv::Value(numberOf(value.text())) : kv::Value(value.number());
+        case ParameterType::Boolean:
+            return kv::Value(value.boolean());
+        default:
+            return value;
     }
 }
 
@@ -41,8 +44,8 @@ void bindNamed(Report& report, const ReportParamsDictionary& params) {
     const std::size_t count = std::min(params.size(), report.parameters().size());
     for (std::size_t i = 0; i < count; ++i) {
         const ParameterDef& parameter = report.parameters()[i];
-        const auto found = std::find_if(params.begin(), params.end(),
-                                        [&](const auto& pair) { return pair.first == parameter.name; });
+        const auto found =
+            std::find_if(params.begin(), params.end(), [&](const auto& pair) { return pair.first == parameter.name; });
         if (found != params.end()) report.setValue(i, named(found->second, parameter.type));
     }
 }
@@ -95,8 +98,8 @@ bool OpenMainReport(Session& session, const std::string& Path, const ReportParam
     });
 }
 
-bool OpenMainReport1(Session& session, const std::string& Database, const std::string& Path,
-                     const ReportParams& Params, Place at) {
+bool OpenMainReport1(Session& session, const std::string& Database, const std::string& Path, const ReportParams& Params,
+                     Place at) {
     return traced("module1.OpenMainReport1", at, [&] {
         Report& report = openReport(session, Path, Database);
         bindPositional(report, Params);
@@ -143,6 +146,10 @@ void OpenSubReport2(Session& session, const std::string& Name, const ReportParam
 
 void ShowReportViewer(Session& session, const ViewerOptions& options, Place at) {
     traced("module1.ShowReportViewer", at, [&] {
+        {
+            const Hourglass busy;
+            current(session).run(session.cn());
+        }
         frmReportViewer viewer(session, options);
         viewer.ShowModal();
     });

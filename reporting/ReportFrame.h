@@ -36,7 +36,8 @@ namespace module1 {
 
 using Place = std::source_location;
 
-/// The client's own version of a template, else the common one, else the file in the program's folder; it need not exist.
+/// The client's own version of a template, else the common one, else the file in the program's folder; it need not
+/// exist.
 std::string ReportPath(const Session& session, std::string_view FileName);
 std::string ReportPathIn(const std::string& programFolder, std::string_view clientCode, std::string_view FileName);
 

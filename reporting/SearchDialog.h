@@ -1,5 +1,6 @@
 #pragma once
-// SearchDialog: the shape that all search dialogs share: a text, the rows of a statement that hold it, one of them chosen.
+// SearchDialog: the shape that all search dialogs share: a text, the rows of a statement that hold it, one of them
+// chosen.
 //
 // The statement has "##" where the text goes. It is run as the user types (AutoSearch) or presses Enter.
 

@@ -118,7 +118,8 @@ void ctlGrid::InsertRow(int Row) {
 }
 
 bool ctlGrid::usable(int col) const {
-    return columnWidth(col) > 0 && !(static_cast<std::size_t>(col) < rules_.size() && rules_[static_cast<std::size_t>(col)].lock);
+    return columnWidth(col) > 0 &&
+           !(static_cast<std::size_t>(col) < rules_.size() && rules_[static_cast<std::size_t>(col)].lock);
 }
 
 bool ctlGrid::rowIsBlank(int row) const {

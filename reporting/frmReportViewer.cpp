@@ -11,7 +11,10 @@
 namespace kv {
 
 frmReportViewer::frmReportViewer(Session& session, ViewerOptions options)
-    : Form("frmReportViewer", "Report"), session_(session), options_(std::move(options)), report_(session.CurrentReport) {
+    : Form("frmReportViewer", "Report"),
+      session_(session),
+      options_(std::move(options)),
+      report_(session.CurrentReport) {
     if (!report_) throw Error(kErrObjectMissing, "frmReportViewer", "No report is open.");
     connect();
     arrange();
@@ -53,7 +56,8 @@ void frmReportViewer::arrange() {
     txtFind.setHelp("Enter finds the text, Shift+Enter the one before.");
     lblFound.look(Label::Look::Hint);
     cboZoom.width(12);
-    for (const char* zoom : {"50 %", "75 %", "100 %", "125 %", "150 %", "200 %", "Width", "Page"}) cboZoom.addItem(zoom);
+    for (const char* zoom : {"50 %", "75 %", "100 %", "125 %", "150 %", "200 %", "Width", "Page"})
+        cboZoom.addItem(zoom);
     cmdClose.cancels();
     crvReport.setTools(false);
     setMenu({{"&Report",
@@ -66,10 +70,6 @@ void frmReportViewer::arrange() {
 }
 
 void frmReportViewer::Form_Load() {
-    {
-        const Hourglass busy;
-        report_->run(session_.cn());
-    }
     setCaption(options_.ReportCaption);
     mnuCSV.setVisible(options_.ExportFileReport);
     crvReport.setShowGroupTree(options_.ShowGroupTree);
@@ -124,8 +124,9 @@ void frmReportViewer::Print() {
 }
 
 void frmReportViewer::mnu_export_Click(std::string_view Kind) {
-    const auto path = askSaveFile("Export to Excel", options_.ReportCaption + ".xlsx",
-                                  {"Excel Files (*.xlsx)|*.xlsx|Excel Files (*.xls)|*.xls|All Files (*.*)|*.*", "xlsx"});
+    const auto path =
+        askSaveFile("Export to Excel", options_.ReportCaption + ".xlsx",
+                    {"Excel Files (*.xlsx)|*.xlsx|Excel Files (*.xls)|*.xls|All Files (*.*)|*.*", "xlsx"});
     if (path) SaveExcel(*path, Kind);
 }
 

@@ -32,7 +32,7 @@ public:
     MenuItem mnuPDF{*this, "mnuPDF", "Save as P&DF...", "document-save"};
     MenuItem mnuText{*this, "mnuText", "Save as &Text...", "document-save"};
     MenuItem mnuCopy{*this, "mnuCopy", "C&opy", "edit-copy", "Ctrl+C"};
-    MenuItem mnuClose{*this, "mnuClose", "C&lose", "window-close"};
+    MenuItem mnuClose{*this, "mnuClose", "C&lose", "document-close"};
 
     const std::string& ReportCaption() const { return options_.ReportCaption; }
     Report& report() const { return *report_; }

@@ -9,7 +9,8 @@ frmSearchAcct::frmSearchAcct(Session& session) : SearchDialog(session, "frmSearc
 void frmSearchAcct::SearchMasters() {
     SearchCaption = kMasterCaption;
     Query =
-        "select Description [Account Title], Code, Type from acctcode where mast_dept = 'MAS' and description like '##%'";
+        "select Description [Account Title], Code, Type from acctcode where mast_dept = 'MAS' and description like "
+        "'##%'";
 }
 
 }  // namespace kv

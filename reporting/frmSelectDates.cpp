@@ -39,7 +39,8 @@ bool frmSelectReportDate::ShowDialog(std::string& ReportDate) {
     return true;
 }
 
-frmSelectDate::frmSelectDate(Session& session) : SelectDialog("frmSelectDate", "Select Report Date"), session_(session) {
+frmSelectDate::frmSelectDate(Session& session)
+    : SelectDialog("frmSelectDate", "Select Report Date"), session_(session) {
     dress(fields({{"&Start Date :", dtpStartDate}, {"&End Date :", dtpEndDate}}));
     setFirstFocus(dtpStartDate);
 }
@@ -56,9 +57,9 @@ bool frmSelectDate::ShowDialog(std::string& StartDate, std::string& EndDate, boo
 
 bool frmSelectDate::notAfterServer(DatePicker& picker) {
     if (picker.value().dayOnly() <= module1::ServerDate(session_.cn()).dayOnly()) return true;
-    MsgBox("The date " + Format(picker.value(), "dd MMM yyyy") +
-               " is not valid for this report. Select a different date.",
-           Icon::Exclamation);
+    MsgBox(
+        "The date " + Format(picker.value(), "dd MMM yyyy") + " is not valid for this report. Select a different date.",
+        Icon::Exclamation);
     picker.setFocus();
     return false;
 }

@@ -31,7 +31,7 @@ TEST(Value, TakesWhatTheLocaleTakesAndGivesZeroOtherwise) {
         const char* text;
         const char* amount;
     } rows[] = {
-        {"1,234.50", "1234.5"}, {"abc", "0"},  {"", "0"},   {"  -7 ", "-7"}, {"7-", "-7"},
+        {"1,234.50", "1234.5"}, {"abc", "0"},   {"", "0"},    {"  -7 ", "-7"},  {"7-", "-7"},
         {"1.2.3", "0"},         {"+.5", "0.5"}, {"12a", "0"}, {"0.00005", "0"},
     };
     for (const auto& row : rows) EXPECT_EQ(module1::Value(row.text), money(row.amount)) << row.text;
@@ -47,7 +47,9 @@ TEST(Texts, FormatsAndQuotes) {
     EXPECT_EQ(module1::FormatTin("990-000-037-00012"), "990-000-037-00012");
     EXPECT_EQ(module1::SQLString(" O'Brien "), "O''Brien");
     EXPECT_EQ(module1::ATrim("  a\t "), "a\t");
-    EXPECT_EQ(module1::CountChars(" PE\xC3\x91" "A\r\n "), 4);
+    EXPECT_EQ(module1::CountChars(" PE\xC3\x91"
+                                  "A\r\n "),
+              4);
 }
 
 TEST(Months, FirstAndLastDayAndRepairOfImpossibleDays) {
@@ -110,7 +112,8 @@ TEST(ErrorPath, ListsTheCallsInnermostFirst) {
     } catch (const Error& failure) {
         const std::string text = failure.description;
         EXPECT_EQ(text.find("Broken\r\nin Korvane.module1.Inner at line "), 0u) << text;
-        EXPECT_NE(text.find("\r\nin Korvane.module1.Outer at line " + std::to_string(outerLine)), std::string::npos) << text;
+        EXPECT_NE(text.find("\r\nin Korvane.module1.Outer at line " + std::to_string(outerLine)), std::string::npos)
+            << text;
         EXPECT_EQ(failure.source, "Korvane.module1.Outer");
         EXPECT_EQ(failure.number, 5);
     }

@@ -18,7 +18,12 @@ TEST(EntryFilter, TakesOnlyTheKeysOfItsKind) {
         const char* taken;
     } rows[] = {
         {Free, "aB'1", "", "aB'1"},
-        {UpperCase, "pe\xC3\xB1" "a", "", "PE\xC3\x91" "A"},
+        {UpperCase,
+         "pe\xC3\xB1"
+         "a",
+         "",
+         "PE\xC3\x91"
+         "A"},
         {SignedNumber, "-12.5", "", "-12.5"},
         {SignedNumber, "1.2.3", "", "1.23"},
         {SignedNumber, ".", "12.5", ""},

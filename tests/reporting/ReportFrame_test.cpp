@@ -8,6 +8,7 @@
 #include <filesystem>
 
 #include "platform/base/Paths.h"
+#include "reporting/ReportExport.h"
 
 namespace fs = std::filesystem;
 
@@ -26,6 +27,15 @@ TEST(ReportPath, TheClientsFolderShadowsTheCommonOne) {
     EXPECT_EQ(module1::ReportPathIn(home.string(), "OTHER", "A.rpt"), (home / "Reports" / "A.rpt").string());
     EXPECT_EQ(module1::ReportPathIn(home.string(), "DEMO", "C.rpt"), (home / "C.rpt").string());
     fs::remove_all(home);
+}
+
+TEST(ExportText, QuotesCharacterFieldsAndRepeatsTheLastRow) {
+    ResultSet set;
+    set.fields = {{"Name", DataType::VarChar}, {"Amount", DataType::Currency}, {"Day", DataType::DateTime}};
+    EXPECT_EQ(exportText(Recordset(set)), "\"Name\",\"Amount\",\"Day\"\r\n\r\n");
+    set.rows = {{Value("A \"B\", C"), Value(Money::whole(5)), Value()}, {Value(), Value(), Value(Date(2024, 3, 1))}};
+    EXPECT_EQ(exportText(Recordset(set)),
+              "\"Name\",\"Amount\",\"Day\"\r\n\"A B, C\",5.00,\r\n,,3/1/2024\r\n,,3/1/2024\r\n");
 }
 
 }  // namespace

@@ -1,0 +1,106 @@
+// A workstation that dies between two statements of a save leaves the whole document or nothing of it.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+
+#include "ledger/PeriodTasks.h"
+#include "tests/desk/Desk.h"
+
+namespace kv {
+namespace {
+
+constexpr int kLines = 20;
+
+/// Runs `work` in a process that is killed right before its statement number `point` (from 1) goes out.
+/// True when it died there, false when it came to its end first.
+bool diesAt(const std::string& file, int point, const std::function<void(Desk&)>& prepare,
+            const std::function<void(Desk&)>& work) {
+    const pid_t child = fork();
+    if (child == 0) {
+        Desk desk(file);
+        prepare(desk);
+        int count = 0;
+        desk.cn().observe([&](std::string_view) {
+            if (++count == point) ::raise(SIGKILL);
+        });
+        try {
+            work(desk);
+        } catch (const Error&) {
+            ::_exit(3);
+        }
+        ::_exit(0);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFSIGNALED(status) || WEXITSTATUS(status) == 0) << "point " << point;
+    return WIFSIGNALED(status);
+}
+
+/// What stands of AR batches: lines, daily rows and headers, as one text.
+std::string traces(Desk& desk) {
+    return desk.ask("SELECT COUNT(*) FROM ARDT") + " " + desk.ask("SELECT COUNT(*) FROM tbDailyCharges") + " " +
+           desk.ask("SELECT COUNT(*) FROM AR");
+}
+
+TEST(KilledSave, OfANewBatchLeavesAllOrNothing) {
+    const std::string file = freshHospital(scratchFolder());
+    int died = 0;
+    int stored = 0;
+    for (int point = 1; point <= 60; ++point) {
+        const bool killed = diesAt(
+            file, point, [](Desk& desk) { desk.openBook("AR"); },
+            [](Desk& desk) {
+                JournalBatch batch = balancedBatch("AR", kLines);
+                SaveJournalBatch(desk.session(), batch);
+            });
+        died += killed ? 1 : 0;
+        stored += killed ? 0 : 1;
+        Desk after(file);
+        ASSERT_EQ(traces(after), std::to_string(stored * kLines) + " " + std::to_string(stored * kLines) + " " +
+                                     std::to_string(stored))
+            << "killed before statement " << point;
+    }
+    EXPECT_GE(died, 50);
+    // the file is sound, and the next save gets a number of its own
+    Desk next(file);
+    next.openBook("AR");
+    JournalBatch batch = balancedBatch("AR", kLines);
+    SaveJournalBatch(next.session(), batch);
+    EXPECT_EQ(next.ask("SELECT COUNT(*) FROM AR WHERE Batch = '" + batch.Batch + "'"), "1");
+}
+
+TEST(KilledSave, OfAnEditedBatchLeavesTheOldOneOrTheNewOne) {
+    const std::string file = freshHospital(scratchFolder(), "edited.db");
+    std::string number;
+    {
+        Desk desk(file);
+        desk.openBook("JV");
+        JournalBatch batch = balancedBatch("JV", kLines);
+        SaveJournalBatch(desk.session(), batch);
+        number = batch.Batch;
+    }
+    bool changed = false;
+    for (int point = 1; !changed && point < 100; ++point) {
+        changed = !diesAt(
+            file, point, [](Desk& desk) { desk.openBook("JV"); },
+            [&](Desk& desk) {
+                JournalBatch batch = balancedBatch("JV", 4);
+                batch.FormMode = number;
+                batch.Batch = number;
+                batch.Particular = "Changed";
+                SaveJournalBatch(desk.session(), batch);
+            });
+        Desk after(file);
+        const std::string lines = after.ask("SELECT COUNT(*) FROM JVDT WHERE Batch = '" + number + "'");
+        const std::string text = after.ask("SELECT Particular FROM JV WHERE Batch = '" + number + "'");
+        ASSERT_EQ(lines + " " + text, changed ? "4 Changed" : "20 Lines of a test")
+            << "killed before statement " << point;
+    }
+    EXPECT_TRUE(changed);
+}
+
+}  // namespace
+}  // namespace kv
