@@ -19,6 +19,7 @@ namespace {
 
 constexpr int kCascade_px = 28;
 constexpr int kCascadeSteps = 8;
+constexpr int kDialog_px = 340;  ///< a dialog is at least this wide
 
 QMenu* makeMenu(const MenuSpec& spec, QWidget* parent) {
     auto* menu = new QMenu(qs(spec.caption), parent);
@@ -173,6 +174,7 @@ void Form::Impl::place() {
     const QSize hint = form.widget()->sizeHint();
     QSize size = asked.isValid() ? asked.expandedTo(form.widget()->minimumSizeHint()) : hint;
     if (window == Window::Shell && !asked.isValid()) size = QSize(1280, 800);
+    if (isDialog()) size.setWidth(std::max(size.width(), kDialog_px));
     first = size;
     int wide = 0;
     int high = 0;
@@ -220,7 +222,8 @@ void Form::Impl::showChild() {
         sub = area->addSubWindow(form.widget());
         sub->setWindowIcon(QIcon());
         const QSize room = area->viewport()->size();
-        const QSize size = wanted.grownBy(sub->layout()->contentsMargins()).boundedTo(room);
+        const QSize size =
+            wanted.grownBy(sub->layout()->contentsMargins()).boundedTo(room - QSize(2 * kMargin_px, 2 * kMargin_px));
         const int step =
             kCascade_px * static_cast<int>((area->subWindowList().size() - 1) % kCascadeSteps) + kMargin_px;
         const QPoint at(std::min(step, room.width() - size.width()), std::min(step, room.height() - size.height()));

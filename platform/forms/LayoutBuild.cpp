@@ -87,6 +87,12 @@ bool isTall(const Layout& part) {
     return control && control->widget() && control->widget()->sizeHint().height() > kField_px + 10;
 }
 
+/// The middle of a shell, which reaches to the edges of the window.
+bool isMiddle(const Layout& part) {
+    const LayoutNode& node = *part.node();
+    return node.kind == Kind::Mdi || (node.kind == Kind::Expand && isMiddle(node.parts.front()));
+}
+
 class Builder {
 public:
     Builder(Form& form, QWidget* parent) : form_(form), in_(form.impl()), parent_(parent) {}
@@ -129,6 +135,7 @@ void Builder::addParts(const LayoutNode& node, QBoxLayout* box) {
     const auto along = box->direction() == QBoxLayout::LeftToRight ? Qt::Horizontal : Qt::Vertical;
     const bool filled =
         std::any_of(node.parts.begin(), node.parts.end(), [&](const Layout& part) { return wantsRoom(part, along); });
+    const bool shell = along == Qt::Vertical && std::any_of(node.parts.begin(), node.parts.end(), isMiddle);
     for (std::size_t i = 0; i < node.parts.size(); ++i) {
         const Layout& part = node.parts[i];
         const bool last = i + 1 == node.parts.size();
@@ -136,6 +143,8 @@ void Builder::addParts(const LayoutNode& node, QBoxLayout* box) {
         if (last && along == Qt::Vertical && !filled && part.node()->kind == Kind::Buttons) box->addStretch(1);
         const bool lastLabel = last && along == Qt::Horizontal && !filled && dynamic_cast<Label*>(part.node()->control);
         add(part, box, lastLabel || part.node()->kind == Kind::Expand ? 1 : 0);
+        if (shell && part.node()->kind == Kind::Row)
+            box->itemAt(box->count() - 1)->layout()->setContentsMargins(kGap_px, 10, kMargin_px, 10);
         if (last && !filled && !lastLabel && part.node()->kind != Kind::Buttons) box->addStretch(1);
     }
     alignCaptions(node, box);
@@ -271,8 +280,7 @@ void Builder::add(const Layout& layout, QBoxLayout* box, int stretch) {
             return place(*node.control, box, stretch);
         case Kind::Column: {
             auto* column = new QVBoxLayout;
-            const bool frames = std::any_of(node.parts.begin(), node.parts.end(),
-                                            [](const Layout& part) { return part.node()->kind == Kind::Mdi; });
+            const bool frames = std::any_of(node.parts.begin(), node.parts.end(), isMiddle);
             column->setSpacing(frames ? 0 : kGap_px);
             box->addLayout(column, stretch);
             return addParts(node, column);

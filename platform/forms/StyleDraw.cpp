@@ -387,6 +387,8 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
             painter->fillRect(option->rect, option->palette.color(QPalette::Window));
             return line(painter, t.border, QPointF(option->rect.left(), option->rect.top() + 0.5),
                         QPointF(option->rect.right() + 1, option->rect.top() + 0.5));
+        case PE_PanelScrollAreaCorner:
+            return painter->fillRect(option->rect, option->palette.color(QPalette::Base));
         case PE_PanelTipLabel:
             return box(painter, option->rect, t.panel, t.borderStrong);
         case PE_IndicatorToolBarSeparator:

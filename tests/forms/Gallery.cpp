@@ -198,8 +198,7 @@ frmShell::frmShell() : Form("frmShell", "Korvane Accounting", Window::Shell) {
     setMenu({{"&Books", {mnuAP, mnuGL, nullptr, mnuQuit}}, {"&File Maintenance", {mnuAccounts}}});
     setStatusBar(staBar);
     setLayout(column({
-        row({gap(), column({gap(), row({cmdAP, cmdCDB, cmdCRB, cmdAR, cmdJV, cmdGL, cmdHospital}), gap()}), stretch()}),
-        line(),
+        row({cmdAP, cmdCDB, cmdCRB, cmdAR, cmdJV, cmdGL, cmdHospital, stretch(), lblCompany}),
         mdiArea(),
     }));
     cmdAP.setHelp("Vouchers, vendors and payments of the payables book.");
