@@ -1,9 +1,11 @@
-// Any text: the parser takes it or raises a SqlError; what it takes prints to a text that prints the same again.
+// Any text: the parser takes it or raises a SqlError; what it takes and the engine does not refuse prints to a text
+// that prints the same again.
 
 #include <cstdint>
 
 #include "platform/embedded/Parser.h"
 #include "platform/embedded/Printer.h"
+#include "platform/embedded/Refusals.h"
 #include "platform/embedded/SqlError.h"
 #include "tests/fuzz/Fuzz.h"
 
@@ -13,7 +15,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const ScriptBatch& batch : splitScript(text)) {
         std::string printed;
         try {
-            printed = print(parseBatch(batch.text).statements);
+            const Batch parsed = parseBatch(batch.text);
+            refuseUnsupported(parsed.statements);
+            printed = print(parsed.statements);
         } catch (const SqlError& error) {
             kv::fuzz::hold(error.number > 0 && !error.text.empty(), "an error has a number and a text", batch.text);
             continue;
