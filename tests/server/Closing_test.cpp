@@ -1,5 +1,9 @@
 // Closing and reopening a month of a book, and the guards of closed months.
 
+#include <chrono>
+#include <future>
+#include <thread>
+
 #include "Books.h"
 
 namespace kv::server_test {
@@ -94,6 +98,23 @@ TEST_F(Closing, ASecondCloseReplacesTheFirst) {
               (std::vector<std::string>{"202403|JV", "202404|CR"}))
         << "reopening takes out exactly the book and month";
     EXPECT_EQ(one("SELECT COUNT(*) AS N FROM BookCloseLog WHERE Action = 'REOPEN'"), "1");
+}
+
+/// The second of two workstations waits for the first, then is told, and changes nothing.
+TEST_F(Closing, TwoWorkstationsTakeTurns) {
+    enter("JV", "1", "2024-03-15", simple("1.00"));
+    const auto faster = connect();
+    faster->BeginTrans();
+    faster->Execute("sp_PostGLtoGL '202403','JV'");
+    auto waiting = std::async(std::launch::async, [&] { return refused("sp_PostGLtoGL '202403','JV'"); });
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    faster->CommitTrans();
+    EXPECT_EQ(waiting.get(), "50014 Book JV was closed for period 202403 at another workstation a moment ago.");
+    EXPECT_EQ(rows("SELECT Action, Lines FROM BookCloseLog"), (std::vector<std::string>{"CLOSE|2"}));
+    run("sp_UnpostBook 'JV','202403'");
+    EXPECT_EQ(refused("sp_PostGLtoGL '202403','JV'"), "") << "after a reopening there is nothing to tell";
+    run("UPDATE BookCloseLog SET ActionAt = DATEADD(MINUTE, -1, ActionAt)");
+    EXPECT_NO_THROW(faster->Execute("sp_PostGLtoGL '202403','JV'")) << "a later close replaces an earlier one";
 }
 
 TEST_F(Closing, AMonthWithoutBatchesIsClosedToo) {

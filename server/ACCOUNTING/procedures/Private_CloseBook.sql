@@ -3,8 +3,8 @@
 -- Parameters:
 --   @Book    AP, CD, CR, AR or JV
 --   @Period  yyyyMM
--- Errors: 50006 no period, 50011 and 50012 as Private_RefuseBatches raises them
--- Writes: GL, BookCloseLog, PreparedPeriod. What an earlier close of the same book and month brought is replaced. A month without
+-- Errors: 50006 no period, 50011 and 50012 as Private_RefuseBatches raises them, 50014 another workstation just closed it
+-- Writes: GL, BookCloseLog, PreparedPeriod, BookTurn. What an earlier close of the same book and month brought is replaced. A month without
 --   lines gets one row without account and amount, since a book is closed exactly when the ledger holds a row of it.
 CREATE OR ALTER PROCEDURE dbo.Private_CloseBook
     @Book varchar(4),
@@ -19,6 +19,7 @@ BEGIN
     EXEC dbo.Private_CheckPeriod @Period;
     BEGIN TRY
         BEGIN TRANSACTION;
+        EXEC dbo.Private_TakeTurn @Book, @Period, 'CLOSE';
         IF dbo.Private_Flag('ENABLETRANSACTIONPOSTING') = 1 EXEC dbo.Private_RefuseBatches @Book, @Period, 'UNPOSTED';
 
         DELETE FROM dbo.GL WHERE Period = @Period AND BatchType = @Book;

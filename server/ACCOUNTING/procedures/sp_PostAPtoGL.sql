@@ -2,8 +2,9 @@
 -- Called by: the period dialog (close of AP).
 -- Parameters:
 --   @Period  yyyyMM
--- Errors: 50006 no period, 50011 unbalanced vouchers by name, 50012 unposted vouchers by name
--- Writes: GL, BookCloseLog, PreparedPeriod
+-- Errors: 50006 no period, 50011 unbalanced vouchers by name, 50012 unposted vouchers by name,
+--   50014 another workstation just closed it
+-- Writes: GL, BookCloseLog, PreparedPeriod, BookTurn
 CREATE OR ALTER PROCEDURE dbo.sp_PostAPtoGL
     @Period varchar(6)
 AS

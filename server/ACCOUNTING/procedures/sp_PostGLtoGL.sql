@@ -3,8 +3,9 @@
 -- Parameters:
 --   @Period    yyyyMM
 --   @BookCode  AR, CR or JV
--- Errors: 50005 another book, 50006 no period, 50011 unbalanced batches by name, 50012 unposted batches by name
--- Writes: GL, BookCloseLog, PreparedPeriod
+-- Errors: 50005 another book, 50006 no period, 50011 unbalanced batches by name, 50012 unposted batches by name,
+--   50014 another workstation just closed it
+-- Writes: GL, BookCloseLog, PreparedPeriod, BookTurn
 CREATE OR ALTER PROCEDURE dbo.sp_PostGLtoGL
     @Period varchar(6),
     @BookCode varchar(4)

@@ -5,7 +5,7 @@
 --   @Period  yyyyMM
 --   @Reason  why it is reopened, kept in the log
 -- Errors: 50005 another book, 50006 no period
--- Writes: GL, BookCloseLog, PreparedPeriod. A month that is open stays as it is.
+-- Writes: GL, BookCloseLog, PreparedPeriod, BookTurn. A month that is open stays as it is.
 CREATE OR ALTER PROCEDURE dbo.sp_UnpostBook
     @Book varchar(4),
     @Period varchar(6),
@@ -26,6 +26,7 @@ BEGIN
     EXEC dbo.Private_CheckPeriod @Period;
     BEGIN TRY
         BEGIN TRANSACTION;
+        EXEC dbo.Private_TakeTurn @Book, @Period, 'REOPEN';
         DELETE FROM dbo.GL WHERE Period = @Period AND BatchType = @Book;
         SET @Lines = @@ROWCOUNT;
         IF @Lines > 0
