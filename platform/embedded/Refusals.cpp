@@ -34,13 +34,13 @@ protected:
             refuse(unsupported->construct, stmt.pos);
         } else if (const auto* insert = as<InsertStmt>(&stmt)) {
             target(insert->target);
-            change(insert->output.get(), insert->top, insert->with, insert->target);
+            change(insert->top, insert->with, insert->target);
         } else if (const auto* update = as<UpdateStmt>(&stmt)) {
             target(update->target);
-            change(update->output.get(), update->top, update->with, update->target);
+            change(update->top, update->with, update->target);
         } else if (const auto* deletion = as<DeleteStmt>(&stmt)) {
             target(deletion->target);
-            change(deletion->output.get(), deletion->top, deletion->with, deletion->target);
+            change(deletion->top, deletion->with, deletion->target);
         } else if (const auto* truncate = as<TruncateStmt>(&stmt)) {
             target(truncate->target);
         } else if (const auto* option = as<SetOptionStmt>(&stmt)) {
@@ -111,8 +111,7 @@ private:
         if (top.withTies) refuse("TOP ... WITH TIES", top.pos);
     }
 
-    void change(const OutputClause* output, const Top& top, const std::vector<Cte>& with, const ObjectName& changed) {
-        if (output) refuse("the OUTPUT clause", output->pos);
+    void change(const Top& top, const std::vector<Cte>& with, const ObjectName& changed) {
         limit(top);
         for (const Cte& cte : with)
             if (changed.schema.empty() && equalsNoCase(cte.name, changed.name))
@@ -122,7 +121,8 @@ private:
     void setOption(const SetOptionStmt& stmt) {
         const std::string& option = stmt.options.front();
         if (option == "ROWCOUNT" && stmt.value != "0") refuse("SET ROWCOUNT", stmt.pos);
-        if (option == "DATEFORMAT" && !equalsNoCase(stmt.value, "mdy")) refuse("SET DATEFORMAT " + stmt.value, stmt.pos);
+        if (option == "DATEFORMAT" && !equalsNoCase(stmt.value, "mdy"))
+            refuse("SET DATEFORMAT " + stmt.value, stmt.pos);
         if (option == "DATEFIRST" && stmt.value != "7") refuse("SET DATEFIRST " + stmt.value, stmt.pos);
         if (option == "ANSI_NULLS" && stmt.value == "OFF") refuse("SET ANSI_NULLS OFF", stmt.pos);
         if (option == "QUOTED_IDENTIFIER" && stmt.value == "OFF") refuse("SET QUOTED_IDENTIFIER OFF", stmt.pos);

@@ -121,7 +121,6 @@ TEST(Refusals, NamesEachConstructWithItsPlace) {
         {"select a from t for xml path('x')", "FOR XML", 1, 21},
         {"select top 10 percent a from t", "TOP ... PERCENT", 1, 8},
         {"select top 1 with ties a from t order by a", "TOP ... WITH TIES", 1, 8},
-        {"delete t output deleted.a", "the OUTPUT clause", 1, 10},
         {"create table t (a int, b as a + 1)", "a computed column", 1, 24},
         {"declare @x xml", "the type xml", 1, 12},
         {"select cast(a as time) from t", "the type time", 1, 18},
