@@ -8,6 +8,7 @@
 #include "platform/forms/Application.h"
 #include "platform/forms/Dialogs.h"
 #include "platform/odbc/Odbc.h"
+#include "tests/data/HostileFields.h"
 #include "tests/login/Desk.h"
 
 namespace fs = std::filesystem;
@@ -133,6 +134,26 @@ TEST_F(LoginDialog, RefusalsStandInTheDialogAndKeepItOpen) {
     EXPECT_EQ(user.SQLConnection(), nullptr);
     EXPECT_EQ(user.EmployeeCode(), "");
     EXPECT_FALSE(fileExists(options.settingsFile));
+}
+
+TEST_F(LoginDialog, HostileCodesStayValuesOnTheirWayToTheServer) {
+    std::vector<std::string> sent;
+    options.open = [&](const DataSource&, const std::string&) {
+        auto connection = test::openDesk();
+        connection->observe([&](std::string_view statement) { sent.emplace_back(statement); });
+        return connection;
+    };
+    run([&] {
+        TextBox& code = box("txtEmployeeCode");
+        EXPECT_EQ(test::apostrophesIn(code), std::vector<std::string>());
+        const auto tryIt = [&] {
+            box("txtPassword").setText("x");
+            press("cmdOK");
+        };
+        const auto nothingLeft = std::vector<std::string>{"only apostrophes", "long"};  // no code, nothing is sent
+        EXPECT_EQ(test::fieldBreakers(code, tryIt, sent), nothingLeft);
+        EXPECT_FALSE(sent.empty());
+    });
 }
 
 TEST_F(LoginDialog, CapsLockIsPointedOutWhileThePasswordIsTyped) {
