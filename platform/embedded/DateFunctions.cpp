@@ -91,6 +91,12 @@ void dateTimeFromParts(Call& call) {
 }
 
 /// datetime plus or minus days; whole days stay exact.
+/// Whole days first: DATEADD takes fewer milliseconds than lie between two dates.
+Moment addMs(Moment moment, std::int64_t ms, const Type& type) {
+    constexpr std::int64_t kDayMs = 86'400'000;
+    return dateAdd(DatePart::Millisecond, ms % kDayMs, dateAdd(DatePart::Day, ms / kDayMs, moment, type), type);
+}
+
 void addDays(Call& call) {
     if (call.anyNull()) return call.null();
     const Moment moment = momentArgument(call, 0);
@@ -99,15 +105,14 @@ void addDays(Call& call) {
     const double ms = call.real(1) * 86'400'000.0;
     if (!(ms > -4e14 && ms < 4e14)) raise(517, {kindName(type.kind)});
     const auto whole = static_cast<std::int64_t>(ms < 0 ? ms - 0.5 : ms + 0.5);
-    resultMoment(call, dateAdd(DatePart::Millisecond, whole, moment, type));
+    resultMoment(call, addMs(moment, whole, type));
 }
 
 /// datetime plus or minus datetime, each counted from 1900-01-01.
 void addMoments(Call& call) {
     if (call.anyNull()) return call.null();
     const std::int64_t other = momentArgument(call, 1).total();
-    resultMoment(call, dateAdd(DatePart::Millisecond, call.small(2) < 0 ? -other : other, momentArgument(call, 0),
-                               Type::datetime()));
+    resultMoment(call, addMs(momentArgument(call, 0), call.small(2) < 0 ? -other : other, Type::datetime()));
 }
 
 void isDate(Call& call) {
