@@ -89,6 +89,16 @@ private:
 
 bool onlyBlanks(std::string_view text) { return text.find_first_not_of(' ') == std::string_view::npos; }
 
+char folded(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
+
+/// The quick way: a letter or mark of ASCII on both sides that means itself.
+bool plainPair(std::string_view pattern, std::size_t p, std::string_view text, std::size_t at, char32_t escape) {
+    if (p >= pattern.size() || at >= text.size()) return false;
+    const auto a = static_cast<unsigned char>(pattern[p]);
+    const auto b = static_cast<unsigned char>(text[at]);
+    return (a | b) < 0x80 && a != '%' && a != '_' && a != '[' && a != escape;
+}
+
 /// Does the text from byte `at` on match the whole pattern?
 bool matchesAt(std::string_view text, std::size_t at, std::string_view pattern, char32_t escape) {
     using Element = PatternReader::Element;
@@ -98,22 +108,26 @@ bool matchesAt(std::string_view text, std::size_t at, std::string_view pattern, 
     std::size_t retryText = 0;
     for (;;) {
         std::size_t next = p;
-        const Element element = reader.elementAt(p, next);
-        if (element == Element::Broken) return false;
-        if (element == Element::Any) {
-            p = next;
-            if (p >= pattern.size()) return true;
-            retryPattern = p;
-            retryText = at;
-            continue;
-        }
-        if (element == Element::End && onlyBlanks(text.substr(at))) return true;
-        bool same = false;
         std::size_t textNext = at;
-        if (element != Element::End && at < text.size()) {
-            const char32_t code = nextCodePoint(text, textNext);
-            same = element == Element::One || (element == Element::Literal && lowerOf(code) == reader.literal()) ||
-                   (element == Element::Set && reader.setHolds(code));
+        bool same = false;
+        if (plainPair(pattern, p, text, at, escape)) {
+            same = folded(pattern[next++]) == folded(text[textNext++]);
+        } else {
+            const Element element = reader.elementAt(p, next);
+            if (element == Element::Broken) return false;
+            if (element == Element::Any) {
+                p = next;
+                if (p >= pattern.size()) return true;
+                retryPattern = p;
+                retryText = at;
+                continue;
+            }
+            if (element == Element::End && onlyBlanks(text.substr(at))) return true;
+            if (element != Element::End && at < text.size()) {
+                const char32_t code = nextCodePoint(text, textNext);
+                same = element == Element::One || (element == Element::Literal && lowerOf(code) == reader.literal()) ||
+                       (element == Element::Set && reader.setHolds(code));
+            }
         }
         if (same) {
             p = next;
