@@ -37,8 +37,23 @@ private:
     DialogHooks before_;
 };
 
+/// Lets things happen; under a window manager it waits until the window in front is active.
+inline void ready() {
+    settle();
+    if (Application::offscreen()) return;
+    QWidget* front = QApplication::activeModalWidget();
+    if (!front && Form::active()) front = Form::active()->widget()->window();
+    (void)QTest::qWaitFor([&] { return !front || QApplication::activeWindow() == front; }, 2000);
+    settle();
+}
+
 /// Works in the next modal form that appears.
-inline void whenModal(std::function<void(Form&)> work) { dialogHooks().modal = std::move(work); }
+inline void whenModal(std::function<void(Form&)> work) {
+    dialogHooks().modal = [work = std::move(work)](Form& form) {
+        ready();
+        work(form);
+    };
+}
 
 inline void key(QWidget* widget, Qt::Key which, Qt::KeyboardModifiers held = Qt::NoModifier) {
     QTest::keyClick(widget, which, held);

@@ -38,7 +38,7 @@ TEST(Boxes, keysAnswer) {
     };
     for (const Pressed& row : rows) {
         const auto box = openBox({.text = "Text", .buttons = row.buttons, .defaultAnswer = row.byDefault});
-        settle();
+        ready();
         key(QApplication::focusWidget(), row.key);
         ASSERT_TRUE(box->answered()) << static_cast<int>(row.key);
         EXPECT_EQ(*box->answered(), row.answer) << static_cast<int>(row.key);
@@ -48,7 +48,7 @@ TEST(Boxes, keysAnswer) {
 
 TEST(Boxes, arrowsMoveBetweenButtonsAndClosingIsTheRefusal) {
     auto box = openBox({.text = "Text", .buttons = Buttons::YesNoCancel});
-    settle();
+    ready();
     key(QApplication::focusWidget(), Qt::Key_Right);
     key(QApplication::focusWidget(), Qt::Key_Return);
     EXPECT_EQ(box->answered(), Answer::No);
@@ -73,18 +73,25 @@ TEST(Boxes, longTextsWrapAndShortOnesStayOnTheirLine) {
 TEST(Boxes, waitForTheAnswerAndGiveTheFocusBack) {
     test::frmShell shell;
     shell.Show();
-    settle();
+    ready();
     shell.cmdBook.setFocus();
-    QTimer::singleShot(0, [] { key(QApplication::focusWidget(), Qt::Key_N); });
+    QTimer::singleShot(0, [] {
+        ready();
+        key(QApplication::focusWidget(), Qt::Key_N);
+    });
     EXPECT_FALSE(Ask("Are you sure you want to exit?", "Warning"));
-    settle();
+    ready();
     EXPECT_EQ(QApplication::focusWidget(), shell.cmdBook.widget());
     QTimer::singleShot(0, [] {
+        ready();
         type(QApplication::focusWidget(), "41.50");
         key(QApplication::focusWidget(), Qt::Key_Return);
     });
     EXPECT_EQ(InputBox("Enter amount to pay.", kProgramTitle, "40.00"), "41.50");
-    QTimer::singleShot(0, [] { key(QApplication::focusWidget(), Qt::Key_Escape); });
+    QTimer::singleShot(0, [] {
+        ready();
+        key(QApplication::focusWidget(), Qt::Key_Escape);
+    });
     EXPECT_EQ(InputBox("Enter amount to pay."), std::nullopt);
 }
 

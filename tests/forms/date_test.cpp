@@ -105,7 +105,7 @@ protected:
         form.dtpDate.setValue(Date(2024, 3, 20));
         form.dtpMonth.setValue(Date(2024, 3, 1));
         form.Show();
-        settle();
+        ready();
         form.dtpDate.setFocus();
     }
     ~DateField() override { releaseClock(); }
@@ -181,7 +181,7 @@ TEST_F(DateField, lockedAndPickedFromTheCalendar) {
     ASSERT_NE(QApplication::activePopupWidget(), nullptr);
     key(QApplication::focusWidget(), Qt::Key_Right);
     key(QApplication::focusWidget(), Qt::Key_Return);
-    settle();
+    ready();
     EXPECT_EQ(form.dtpDate.text(), "2024-03-21");
     EXPECT_EQ(form.activeControl(), &form.dtpDate);
     form.dtpDate.setLocked(true);

@@ -59,7 +59,7 @@ class Fields : public testing::Test {
 protected:
     Fields() {
         form.Show();
-        settle();
+        ready();
     }
     frmFields form;
 };
@@ -285,7 +285,7 @@ TEST_F(Fields, keysSentByCode) {
     EXPECT_EQ(form.activeControl(), &form.txtDigits);
     sendKeys("7", false);
     EXPECT_EQ(form.txtDigits.text(), "") << "later";
-    settle();
+    ready();
     EXPECT_EQ(form.txtDigits.text(), "7");
     for (const char* name : {"Enter", "Escape", "PageDown", "Ctrl+Insert", "Shift+Tab", "F12", "Ctrl+Shift+S"}) {
         const auto combination = keyFromName(name);

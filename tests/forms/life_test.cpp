@@ -152,11 +152,11 @@ TEST(FormLife, aButtonMayCloseAndItsOwnerForgetTheForm) {
     form->Show();
     click(form->cmdSave.widget());
     EXPECT_EQ(form, nullptr);
-    settle();
+    ready();
     form = std::make_unique<frmLife>();
     form->Show();
     form.reset();  // without unloading it
-    settle();
+    ready();
     EXPECT_TRUE(Form::openForms().empty());
 }
 
@@ -232,7 +232,7 @@ TEST(FormLife, modalFormsStackAndTheOneBelowIsInFrontAfterwards) {
     whenModal([&](Form& shown) {
         if (++depth == 1) {
             inner.ShowModal();
-            settle();
+            ready();
             EXPECT_EQ(Form::active(), &outer);
             EXPECT_EQ(QApplication::focusWidget(), outer.txtName.widget());
         }

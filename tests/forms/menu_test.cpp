@@ -59,7 +59,7 @@ class Menus : public testing::Test {
 protected:
     Menus() {
         shell.Show();
-        settle();
+        ready();
     }
     frmBooks shell;
 };
@@ -104,7 +104,7 @@ TEST_F(Menus, onlyTheScreenDecidesWhatIsChecked) {
 TEST_F(Menus, theFormInFrontGoesBeforeTheShell) {
     frmChild child(shell.log);
     child.Show();
-    settle();
+    ready();
     child.txtName.setFocus();
     QWidget* field = child.txtName.widget();
     key(field, Qt::Key_S, Qt::ControlModifier);
@@ -117,7 +117,7 @@ TEST_F(Menus, theFormInFrontGoesBeforeTheShell) {
     if (QWidget* open = QApplication::activePopupWidget()) open->close();
     shell.log.clear();
     child.Unload();
-    settle();
+    ready();
     shell.cmdPay.setFocus();
     key(shell.cmdPay.widget(), Qt::Key_S, Qt::ControlModifier);
     key(shell.cmdPay.widget(), Qt::Key_F2);
@@ -165,7 +165,7 @@ TEST_F(Menus, statusPanelsAndTheHelpOfChildren) {
     frmChild child(shell.log);
     child.txtName.setHelp("Name of the vendor.");
     child.Show();
-    settle();
+    ready();
     child.txtName.setFocus();
     EXPECT_EQ(shell.staBar.widget()->findChild<QLabel*>()->text(), "Name of the vendor.");
 }

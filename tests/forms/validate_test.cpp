@@ -148,7 +148,7 @@ protected:
     Validate() {
         shell.Show();
         fields.Show();
-        settle();
+        ready();
         fields.txtA.setFocus();
         type(fields.txtA.widget(), "99");
     }
@@ -170,7 +170,7 @@ TEST_P(ValidateCase, runsOnceAndKeepsTheFocusWhenRefused) {
     handle(one.handler);
     const int page = fields.tabF.index();
     one.act(fields);
-    settle();
+    ready();
     EXPECT_EQ(fields.runs, one.runs);
     EXPECT_EQ(fields.focusName(), one.focus);
     EXPECT_EQ(fields.clicks, one.clicks);
@@ -207,7 +207,7 @@ TEST_F(Validate, anotherChildTakesTheFocusUnasked) {
     handle(Handler::Refuses);
     frmFields other("Other");
     other.Show();
-    settle();
+    ready();
     EXPECT_EQ(Form::active(), &other);
     click(other.txtB.widget());
     EXPECT_EQ(fields.runs, 0);
@@ -246,7 +246,7 @@ TEST_F(Validate, theHandlerMayCloseItsOwnForm) {
     };
     tab(fields);
     EXPECT_FALSE(fields.loaded());
-    settle();
+    ready();
 }
 
 TEST_F(Validate, aFailingHandlerShowsItsErrorAndLetsTheFocusGo) {
