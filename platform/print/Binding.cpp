@@ -296,10 +296,7 @@ std::vector<Mistake> checkTemplate(const Template& report, const std::vector<std
     std::vector<Mistake> mistakes;
     bindRowExpressions(copy, known, mistakes);
     bindTemplate(copy, known, mistakes);
-    std::sort(mistakes.begin(), mistakes.end(), [](const Mistake& a, const Mistake& b) { return a.line() < b.line(); });
-    mistakes.erase(std::unique(mistakes.begin(), mistakes.end(),
-                               [](const Mistake& a, const Mistake& b) { return a.line() == b.line(); }),
-                   mistakes.end());
+    sortMistakes(mistakes);
     return mistakes;
 }
 

@@ -12,7 +12,8 @@ namespace kv {
 namespace {
 
 constexpr int kGapBetween_px = 14;
-constexpr std::size_t kPicturesKept = 8;
+constexpr std::size_t kPicturesKept = 8, kPicturesLeast = 2;
+constexpr double kPicturesDotsMost = 24e6;  // about 100 MB
 constexpr double kZoomLeast = 20, kZoomMost = 400;
 
 QRectF inDots(float x, float y, float w, float h, const QPoint& origin, double dots) {
@@ -120,7 +121,10 @@ void PagesArea::setFit(Fit fit) {
 const QPixmap& PagesArea::picture(int page) {
     auto known = pictures_.find(page);
     if (known != pictures_.end()) return known->second;
-    while (pictures_.size() >= kPicturesKept) {
+    const double dots =
+        std::max(1.0, static_cast<double>(pageWidth()) * pageHeight() * devicePixelRatioF() * devicePixelRatioF());
+    const auto room = static_cast<std::size_t>(kPicturesDotsMost / dots);
+    while (pictures_.size() >= std::clamp(room, kPicturesLeast, kPicturesKept)) {
         // the page farthest from this one goes
         const auto first = pictures_.begin(), last = std::prev(pictures_.end());
         pictures_.erase(page - first->first > last->first - page ? first : last);

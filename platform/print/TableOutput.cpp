@@ -61,7 +61,10 @@ private:
             std::string format = column.format;
             if (format.empty() && column.style >= 0)
                 format = data_.report().styles[static_cast<std::size_t>(column.style)].format;
-            out.push_back({replaceAll(column.heading.evaluate(at_).text(), "\n", " "), format, column.width,
+            // a heading that columns share is part of each one's own here
+            const std::string over = column.over.evaluate(at_).text();
+            const std::string heading = (over.empty() ? "" : over + " ") + column.heading.evaluate(at_).text();
+            out.push_back({replaceAll(heading, "\n", " "), format, column.width,
                            column.align == TextAlign::Right || !column.total.empty()});
         }
         if (plain_) {

@@ -353,6 +353,7 @@ Template checked(const TextNode& root, const std::string& file, const std::strin
         for (const SourceDef& source : out.sources) fields.push_back(source.fields);
         mistakes = checkTemplate(out, fields);
     }
+    sortMistakes(mistakes);
     if (!mistakes.empty()) throw TemplateError(std::move(mistakes));
     return out;
 }

@@ -131,6 +131,15 @@ std::string Mistake::line() const {
     return place.file + (place.line > 0 ? ":" + std::to_string(place.line) : "") + ": " + text;
 }
 
+void sortMistakes(std::vector<Mistake>& mistakes) {
+    std::stable_sort(mistakes.begin(), mistakes.end(), [](const Mistake& a, const Mistake& b) {
+        return a.place.file < b.place.file || (a.place.file == b.place.file && a.place.line < b.place.line);
+    });
+    mistakes.erase(std::unique(mistakes.begin(), mistakes.end(),
+                               [](const Mistake& a, const Mistake& b) { return a.line() == b.line(); }),
+                   mistakes.end());
+}
+
 TemplateError::TemplateError(std::vector<Mistake> found)
     : Error(1004, "Report template", listed(found)), mistakes(std::move(found)) {}
 

@@ -25,6 +25,9 @@ struct Mistake {
     std::string line() const;
 };
 
+/// By file and line, each once.
+void sortMistakes(std::vector<Mistake>& mistakes);
+
 /// All mistakes of a template. The description lists them, one a line.
 class TemplateError : public Error {
 public:
