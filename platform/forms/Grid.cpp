@@ -67,7 +67,7 @@ Grid::~Grid() { impl_->view->release(); }
 std::string Grid::text() const { return editorOpen() ? editorText() : cell(row(), col()); }
 
 void Grid::setColumns(std::vector<GridColumn> columns) {
-    impl_->view->closeEditor();
+    impl_->view->hideEditor();
     impl_->view->model().setColumns(std::move(columns));
     impl_->arrange();
     impl_->view->structureChanged();
@@ -146,7 +146,7 @@ Grid& Grid::rowsShown(int rows) {
 std::string Grid::editorText() const { return toStd(impl_->view->editorText()); }
 void Grid::setEditorText(std::string_view text) { impl_->view->setEditorText(qs(text)); }
 bool Grid::editorOpen() const { return impl_->view->editorOpen(); }
-void Grid::closeEditor() { impl_->view->closeEditor(); }
+void Grid::closeEditor() { impl_->view->hideEditor(); }
 void Grid::openEditor() { impl_->view->openEditor(); }
 bool Grid::commit() { return impl_->view->commit(); }
 

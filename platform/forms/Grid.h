@@ -42,7 +42,7 @@ public:
     void setRowBackColor(int row, unsigned rgb);
     int columnWidth(int col) const;
     void setColumnWidth(int col, int width_px);  ///< 0 hides
-    void setStretchColumn(int col);          ///< takes the room that is left
+    void setStretchColumn(int col);              ///< takes the room that is left
     bool rowIsVisible(int row) const;
     int columnX(int col) const;  ///< px from the grid's left edge
     int rowY(int row) const;
@@ -69,8 +69,9 @@ public:
     std::function<void(int row, int col)> browse;
     std::function<void(int row, int col)> entered;  ///< the current cell changed
     std::function<void(int row, int col)> editorShown;
-    std::function<std::pair<int, int>(int row, int col)> next;  ///< where Enter goes; may add a row; row below 1: on to the next control
-    std::function<bool(std::string key)> keyDown;               ///< F-keys by name; true: handled
+    /// Where Enter goes; may add a row; a row below 1: on to the next control.
+    std::function<std::pair<int, int>(int row, int col)> next;
+    std::function<bool(std::string key)> keyDown;  ///< F-keys by name; true: handled
     std::function<void(int row, int col)> doubleClicked;
     std::function<void(int col)> columnClicked;
     /// A block of rows pasted from a spreadsheet at the current cell: tab-separated cells, lines per row.

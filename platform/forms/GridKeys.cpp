@@ -120,7 +120,7 @@ bool GridView::moveKey(const QKeyEvent& event) {
         if (row_ < 1 || !commit()) return true;
         const int from = markFrom_ ? markFrom_ : row_;
         const int to = markFrom_ ? std::clamp(row_ + (event.key() == Qt::Key_Up ? -1 : 1), 1, lastRow()) : row_;
-        closeEditor();
+        hideEditor();
         markRows(from, to);
         return true;
     }
@@ -244,7 +244,7 @@ void GridView::markRows(int from, int to) {
     markFrom_ = from;
     markTo_ = to;
     if (to && to != row_) place(to, col_);
-    if (to) closeEditor();
+    if (to) hideEditor();
     viewport()->update();
 }
 
@@ -275,7 +275,7 @@ bool GridView::paste() {
     const int row = row_;
     const int col = col_;
     markRows(0, 0);
-    closeEditor();
+    hideEditor();
     guard_("Paste", [&] { grid_.pasted(row, col, std::move(block)); });
     if (focusInside()) openEditor();
     return true;

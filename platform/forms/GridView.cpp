@@ -116,7 +116,7 @@ bool GridView::go(int row, int col) {
 
 void GridView::place(int row, int col) {
     if (model_.columnCount() == 0 || lastRow() == 0) {
-        closeEditor();
+        hideEditor();
         row_ = 0;
         return;
     }
@@ -125,7 +125,7 @@ void GridView::place(int row, int col) {
     const bool moved = row != row_ || col != col_;
     if (moved) {
         const int before = row_;
-        closeEditor();
+        hideEditor();
         row_ = row;
         col_ = col;
         const QModelIndex index = model_.index(row - 1, col);
@@ -143,12 +143,12 @@ void GridView::place(int row, int col) {
 
 void GridView::structureChanged() {
     if (row_ > lastRow() || row_ < 1 || col_ >= model_.columnCount()) {
-        closeEditor();
+        hideEditor();
         row_ = std::min(std::max(row_, 1), lastRow());
         col_ = std::clamp(col_, model_.columnCount() > 1 && model_.isMarker(0) ? 1 : 0,
                           std::max(model_.columnCount() - 1, 0));
     } else if (open_) {
-        closeEditor();
+        hideEditor();
     }
     markRows(0, 0);
     if (row_ >= 1 && focusInside()) openEditor();
@@ -193,7 +193,7 @@ void GridView::openEditor() {
     if (grid_.editorShown) guard_("FocusEntry", [&] { grid_.editorShown(row_, col_); });
 }
 
-void GridView::closeEditor() {
+void GridView::hideEditor() {
     if (!open_) return;
     open_ = false;
     if (window()->focusWidget() == editor_) {
@@ -242,7 +242,7 @@ bool GridView::commit() {
     model_.setText(row - 1, col, qs(text));
     show(qs(text));
     if (grid_.committed) guard_("AfterValidate", [&] { grid_.committed(row, col); });
-    if (open_ && !focusInside()) closeEditor();
+    if (open_ && !focusInside()) hideEditor();
     return true;
 }
 
@@ -263,7 +263,7 @@ void GridView::editorFocusOut(Qt::FocusReason reason) {
         return;
     }
     // Text that was typed and not validated yet stays open: whatever validates the grid later must find it.
-    if (!focusInside() && editor_->text() == model_.text(row_ - 1, col_)) closeEditor();
+    if (!focusInside() && editor_->text() == model_.text(row_ - 1, col_)) hideEditor();
 }
 
 void GridView::focusInEvent(QFocusEvent* event) {

@@ -57,7 +57,7 @@ public:
     QLineEdit* editor() const { return editor_; }
     QToolButton* browseButton() const { return browse_; }
     void openEditor();
-    void closeEditor();
+    void hideEditor();
     /// The grid goes before its widget: nothing is asked or told any more.
     void release();
     void browse();

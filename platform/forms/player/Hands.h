@@ -27,7 +27,8 @@ void doubleClick(QWidget* target, QPoint at);
 /// A click where a person would: on the mark of a check box, in the middle of a button.
 void clickControl(const Control& control);
 
-/// The grid's cell becomes the current one by a click; a row behind the last is reached by Enter, as it is typed. Raises Failure when it cannot, or when the open one refuses.
+/// The grid's cell becomes the current one by a click; a row behind the last is reached by Enter, as it is typed.
+/// Raises Failure when it cannot, or when the open one refuses.
 void goToCell(GridView& view, int row, int col);
 GridView& viewOf(const Control& grid);
 
