@@ -143,7 +143,7 @@ void Composer::fit(Drawn& it, double width) {
     }
 }
 
-void Composer::put(Block& block, const Drawn& it, int color, std::int16_t band, double x, double y, double w,
+void Composer::put(PageBlock& block, const Drawn& it, int color, std::int16_t band, double x, double y, double w,
                    double h) {
     if (it.text.empty()) return;
     TextRun run;
@@ -162,7 +162,7 @@ void Composer::put(Block& block, const Drawn& it, int color, std::int16_t band, 
     block.content.runs.push_back(std::move(run));
 }
 
-void Composer::rule(Block& block, PrintRule kind, std::int16_t band, double x, double y, double w, int color) {
+void Composer::rule(PageBlock& block, PrintRule kind, std::int16_t band, double x, double y, double w, int color) {
     if (kind == PrintRule::None || w <= 0) return;
     const double weight = weightOf(kind);
     PageShape line;
@@ -178,7 +178,7 @@ void Composer::rule(Block& block, PrintRule kind, std::int16_t band, double x, d
     block.content.shapes.push_back(line);
 }
 
-void Composer::drillOf(Block& block, const Drill& drill, const RowContext& context, double x, double y, double w,
+void Composer::drillOf(PageBlock& block, const Drill& drill, const RowContext& context, double x, double y, double w,
                        double h) {
     if (drill.screen.empty()) return;
     PageLink link;
@@ -192,7 +192,7 @@ void Composer::drillOf(Block& block, const Drill& drill, const RowContext& conte
 }
 
 /// Headings that span several columns, each with a thin rule below it. Gives the height they take.
-double Composer::overHeadings(Block& block, const RowContext& context, const PrintStyle& look, std::int16_t band,
+double Composer::overHeadings(PageBlock& block, const RowContext& context, const PrintStyle& look, std::int16_t band,
                               double y) {
     const double line = lineHeight_mm(look.size_pt);
     double taken = 0;
@@ -213,8 +213,8 @@ double Composer::overHeadings(Block& block, const RowContext& context, const Pri
     return taken;
 }
 
-Block Composer::headings(const RowContext& context) {
-    Block block;
+PageBlock Composer::headings(const RowContext& context) {
+    PageBlock block;
     if (shown_.empty()) return block;
     const std::int16_t band = document_.bandIndex("headings");
     const PrintStyle& look = style(data_->report().detail.headingStyle);
@@ -255,8 +255,8 @@ Block Composer::headings(const RowContext& context) {
     return block;
 }
 
-Block Composer::row(const RowContext& context, bool afterSame, bool striped) {
-    Block block;
+PageBlock Composer::row(const RowContext& context, bool afterSame, bool striped) {
+    PageBlock block;
     if (shown_.empty()) return block;
     const Detail& detail = data_->report().detail;
     const std::int16_t band = document_.bandIndex("detail");
@@ -320,8 +320,8 @@ Block Composer::row(const RowContext& context, bool afterSame, bool striped) {
     return block;
 }
 
-double Composer::totalsRow(Block& block, const Expression& label, const RowContext& context, int scope, int styleIndex,
-                           std::int16_t band, double y) {
+double Composer::totalsRow(PageBlock& block, const Expression& label, const RowContext& context, int scope,
+                           int styleIndex, std::int16_t band, double y) {
     const PrintStyle& look = style(styleIndex);
     const std::vector<Expression>& totals = data_->columnTotals(scope);
     const double line = lineHeight_mm(look.size_pt);
@@ -350,15 +350,15 @@ double Composer::totalsRow(Block& block, const Expression& label, const RowConte
                                               : 0.6);
 }
 
-Block Composer::carried(const Expression& label, const RowContext& context, int scope) {
-    Block block;
+PageBlock Composer::carried(const Expression& label, const RowContext& context, int scope) {
+    PageBlock block;
     const int look = data_->report().styleIndex("carried");
     block.height = totalsRow(block, label, context, scope, look, document_.bandIndex("carried"), 0);
     return block;
 }
 
-Block Composer::note(const std::string& text) {
-    Block block;
+PageBlock Composer::note(const std::string& text) {
+    PageBlock block;
     const PrintStyle& look = style(data_->report().detail.rowStyle);
     const double line = lineHeight_mm(look.size_pt);
     put(block, {text, fontOf(look), TextAlign::Left, false}, look.color, document_.bandIndex("detail"), 0, line, width_,

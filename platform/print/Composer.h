@@ -15,7 +15,7 @@ struct LateText {
     RowContext context;
 };
 
-struct Block {
+struct PageBlock {
     double height = 0;
     PaperPage content;
     std::vector<LateText> late;
@@ -31,11 +31,11 @@ public:
     void useColumnSet(std::size_t set);
 
     /// `full`: every line takes its room, shown or not (for reserving room at the page's foot).
-    Block band(const Band& band, const RowContext& context, int totalsScope, bool full = false);
-    Block headings(const RowContext& context);
-    Block row(const RowContext& context, bool afterSame, bool striped);
-    Block carried(const Expression& label, const RowContext& context, int scope);
-    Block note(const std::string& text);
+    PageBlock band(const Band& band, const RowContext& context, int totalsScope, bool full = false);
+    PageBlock headings(const RowContext& context);
+    PageBlock row(const RowContext& context, bool afterSame, bool striped);
+    PageBlock carried(const Expression& label, const RowContext& context, int scope);
+    PageBlock note(const std::string& text);
 
 private:
     struct Cell {
@@ -49,7 +49,8 @@ private:
         bool number = false;
     };
 
-    double overHeadings(Block& block, const RowContext& context, const PrintStyle& look, std::int16_t band, double y);
+    double overHeadings(PageBlock& block, const RowContext& context, const PrintStyle& look, std::int16_t band,
+                        double y);
     void splitColumns();
     void spreadColumns(const std::vector<std::size_t>& set);
     Cell cellOf(const ReportColumn& column) const;
@@ -57,17 +58,19 @@ private:
     const PrintStyle& style(int index, int otherwise = 0) const;
     int conditional(const std::vector<Condition>& conditions, const RowContext& context, int otherwise) const;
 
-    double totalsRow(Block& block, const Expression& label, const RowContext& context, int scope, int styleIndex,
+    double totalsRow(PageBlock& block, const Expression& label, const RowContext& context, int scope, int styleIndex,
                      std::int16_t band, double y);
-    void textItem(Block& block, const BandItem& item, const RowContext& context, std::int16_t band, double y,
+    void textItem(PageBlock& block, const BandItem& item, const RowContext& context, std::int16_t band, double y,
                   double& height);
     double textHeight(const BandItem& item, const std::string& text, double width) const;
-    void shapeItem(Block& block, const BandItem& item, const RowContext& context, std::int16_t band, double y);
-    void barcodeItem(Block& block, const BandItem& item, const std::string& text, std::int16_t band, double y);
-    void drillOf(Block& block, const Drill& drill, const RowContext& context, double x, double y, double w, double h);
+    void shapeItem(PageBlock& block, const BandItem& item, const RowContext& context, std::int16_t band, double y);
+    void barcodeItem(PageBlock& block, const BandItem& item, const std::string& text, std::int16_t band, double y);
+    void drillOf(PageBlock& block, const Drill& drill, const RowContext& context, double x, double y, double w,
+                 double h);
 
-    void put(Block& block, const Drawn& drawn, int color, std::int16_t band, double x, double y, double w, double h);
-    void rule(Block& block, PrintRule kind, std::int16_t band, double x, double y, double w, int color);
+    void put(PageBlock& block, const Drawn& drawn, int color, std::int16_t band, double x, double y, double w,
+             double h);
+    void rule(PageBlock& block, PrintRule kind, std::int16_t band, double x, double y, double w, int color);
     Drawn drawn(const Value& value, const std::string& format, const PrintStyle& style, TextAlign align,
                 bool tabular) const;
     /// Makes the text fit: figures shrink, texts are cut.

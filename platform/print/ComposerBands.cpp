@@ -35,7 +35,7 @@ double Composer::textHeight(const BandItem& item, const std::string& text, doubl
     return line * static_cast<double>(measure_.lines(fontOf(look), text, width).size());
 }
 
-void Composer::textItem(Block& block, const BandItem& item, const RowContext& context, std::int16_t band, double y,
+void Composer::textItem(PageBlock& block, const BandItem& item, const RowContext& context, std::int16_t band, double y,
                         double& height) {
     const PrintStyle& look = style(conditional(item.conditions, context, item.style));
     const Value value = item.value.evaluate(context);
@@ -64,7 +64,8 @@ void Composer::textItem(Block& block, const BandItem& item, const RowContext& co
     if (waits) block.late.push_back({block.content.runs.size() - 1, &item, data_, context});
 }
 
-void Composer::barcodeItem(Block& block, const BandItem& item, const std::string& text, std::int16_t band, double y) {
+void Composer::barcodeItem(PageBlock& block, const BandItem& item, const std::string& text, std::int16_t band,
+                           double y) {
     if (text.empty()) return;
     const Barcode code = encodeBarcode(item.barcode, text);
     const double module = *item.width / code.modules();
@@ -79,7 +80,8 @@ void Composer::barcodeItem(Block& block, const BandItem& item, const std::string
     }
 }
 
-void Composer::shapeItem(Block& block, const BandItem& item, const RowContext& context, std::int16_t band, double y) {
+void Composer::shapeItem(PageBlock& block, const BandItem& item, const RowContext& context, std::int16_t band,
+                         double y) {
     const auto x = static_cast<float>(boxLeft(item));
     const auto top = static_cast<float>(y);
     const auto weight = static_cast<float>(item.weight);
@@ -103,8 +105,8 @@ void Composer::shapeItem(Block& block, const BandItem& item, const RowContext& c
     }
 }
 
-Block Composer::band(const Band& band, const RowContext& context, int totalsScope, bool full) {
-    Block block;
+PageBlock Composer::band(const Band& band, const RowContext& context, int totalsScope, bool full) {
+    PageBlock block;
     if (!band.given || (!full && !band.when.empty() && !truthOf(band.when.evaluate(context)))) return block;
     const std::int16_t name = document_.bandIndex(band.name);
     double top = band.before;

@@ -43,7 +43,7 @@ void Layouter::pageStart() {
 void Layouter::pageEnd() {
     const PageFacts& facts = producer_.facts;
     const std::size_t row = facts.rows.size() > 0 ? facts.rows.last - 1 : facts.rows.first;
-    const Block foot = producer_.composer().band(data_->report().pageFooter, producer_.context(row), kScopePage);
+    const PageBlock foot = producer_.composer().band(data_->report().pageFooter, producer_.context(row), kScopePage);
     const double paper = data_->report().page.height - data_->report().page.bottom;
     flow_.placeAt(foot, 0, paper - foot.height);
 }

@@ -22,8 +22,8 @@ public:
     void newPage();
     void finish();
     /// Places a block at the current height and moves on. `x` counts from the left margin of the column.
-    void place(const Block& block, double x);
-    void placeAt(const Block& block, double x, double y);
+    void place(const PageBlock& block, double x);
+    void placeAt(const PageBlock& block, double x, double y);
     bool fits(double height) const { return y_ + height <= bottom() + 0.01; }
     double wholeRoom() const { return bottom() - top_; }
     bool atTop() const { return y_ <= top_ + 0.01; }
@@ -65,9 +65,9 @@ public:
 
 private:
     struct RowBlocks {
-        std::vector<Block> headers;
-        Block detail;
-        std::vector<Block> footers;
+        std::vector<PageBlock> headers;
+        PageBlock detail;
+        std::vector<PageBlock> footers;
         double height = 0;
     };
 
@@ -75,8 +75,8 @@ private:
     void foot();
     void layRow(std::size_t row);
     RowBlocks blocksOf(std::size_t row);
-    std::vector<Block> continuation(std::size_t row);
-    Block detailOf(std::size_t row);
+    std::vector<PageBlock> continuation(std::size_t row);
+    PageBlock detailOf(std::size_t row);
     bool breaksBefore(std::size_t row) const;
     bool groupNeedsNewPage(std::size_t row);
     double groupHeight(int level, std::size_t row);
@@ -86,8 +86,8 @@ private:
     RowRange carriedRange(std::size_t row) const;
     int carriedScope() const;
     double reserveAfter(std::size_t row);
-    void place(const Block& block, std::size_t row);
-    void placeOrTurn(const Block& block, std::size_t row);
+    void place(const PageBlock& block, std::size_t row);
+    void placeOrTurn(const PageBlock& block, std::size_t row);
     void subreport(const BandItem& item, std::size_t row);
     int startingLevel(std::size_t row) const;
     int levels() const { return static_cast<int>(data_->report().groups.size()); }

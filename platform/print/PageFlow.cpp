@@ -29,7 +29,7 @@ void PageFlow::finish() {
 
 void PageFlow::pushToBottom(double height) { y_ = std::max(y_, bottom() - height); }
 
-void PageFlow::placeAt(const Block& block, double x, double y) {
+void PageFlow::placeAt(const PageBlock& block, double x, double y) {
     PaperPage& page = document_.pages.back();
     const auto dx = static_cast<float>(setup_.left + x + column_ * (setup_.columnWidth() + setup_.gap));
     const auto dy = static_cast<float>(y);
@@ -51,7 +51,7 @@ void PageFlow::placeAt(const Block& block, double x, double y) {
     }
 }
 
-void PageFlow::place(const Block& block, double x) {
+void PageFlow::place(const PageBlock& block, double x) {
     placeAt(block, x, y_);
     y_ += block.height;
 }

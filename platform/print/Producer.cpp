@@ -7,14 +7,14 @@ namespace {
 
 constexpr std::size_t kSubreportRowsMost = 100'000;
 
-double heightOf(const std::vector<Block>& blocks) {
+double heightOf(const std::vector<PageBlock>& blocks) {
     double sum = 0;
-    for (const Block& b : blocks) sum += b.height;
+    for (const PageBlock& b : blocks) sum += b.height;
     return sum;
 }
 
 /// Puts `below` under `block`.
-void stack(Block& block, Block below) {
+void stack(PageBlock& block, PageBlock below) {
     const auto dy = static_cast<float>(block.height);
     const std::size_t firstRun = block.content.runs.size();
     const auto append = [&](auto& to, auto& from) {
@@ -54,13 +54,13 @@ RowContext Producer::context(std::size_t row) const {
     return at;
 }
 
-void Producer::place(const Block& block, std::size_t row) {
+void Producer::place(const PageBlock& block, std::size_t row) {
     flow_.place(block, x_);
     for (const BandItem* item : block.subreports) subreport(*item, row);
 }
 
 /// Room was found for the row as a whole; a sub-report in it may have used that up.
-void Producer::placeOrTurn(const Block& block, std::size_t row) {
+void Producer::placeOrTurn(const PageBlock& block, std::size_t row) {
     if (block.height > 0 && !flow_.atTop() && !flow_.fits(block.height)) flow_.newPage();
     place(block, row);
 }
@@ -72,7 +72,7 @@ void Producer::begin() {
         carryHeight_ = composer_.carried(detail.carriedTo, context(0), carriedScope()).height;
     }
     if (main_) return;  // the main report's header stands above the first page's
-    const Block header = composer_.band(data_->report().reportHeader, context(0), kScopeReport);
+    const PageBlock header = composer_.band(data_->report().reportHeader, context(0), kScopeReport);
     if (header.height > 0) place(header, 0);
 }
 
@@ -82,7 +82,7 @@ void Producer::foot() {
     const std::string& empty = data_->report().detail.emptyText;
     if (data_->rowCount() == 0 && !empty.empty()) place(composer_.note(empty), 0);
     const Band& band = data_->report().reportFooter;
-    Block footer = composer_.band(band, context(last), kScopeReport);
+    PageBlock footer = composer_.band(band, context(last), kScopeReport);
     if (footer.height <= 0) return;
     if (!flow_.atTop() && (band.newPage == NewPage::Before || !flow_.fits(footer.height))) {
         flow_.newPage();
@@ -116,10 +116,10 @@ int Producer::startingLevel(std::size_t row) const {
     return levels();
 }
 
-Block Producer::detailOf(std::size_t row) {
+PageBlock Producer::detailOf(std::size_t row) {
     const Detail& detail = data_->report().detail;
     const RowContext at = context(row);
-    Block block;
+    PageBlock block;
     if (!detail.band.when.empty() && !truthOf(detail.band.when.evaluate(at))) return block;
     const bool sameGroup = row > 0 && startingLevel(row) == levels();
     const bool afterSame = sameGroup && flow_.frame() == frame_ && row > frameRow_;
@@ -148,8 +148,8 @@ Producer::RowBlocks Producer::blocksOf(std::size_t row) {
 }
 
 /// What stands on top of a new page before the row: headings, headers of groups that go on, sums brought forward.
-std::vector<Block> Producer::continuation(std::size_t row) {
-    std::vector<Block> out;
+std::vector<PageBlock> Producer::continuation(std::size_t row) {
+    std::vector<PageBlock> out;
     const Template& report = data_->report();
     const RowContext at = context(row);
     if (report.detail.headings == "page") out.push_back(composer_.headings(at));
@@ -247,7 +247,7 @@ void Producer::layRow(std::size_t row) {
         }
     }
     if (flow_.frame() != frame_) {
-        for (const Block& block : continuation(row)) flow_.place(block, x_);
+        for (const PageBlock& block : continuation(row)) flow_.place(block, x_);
         frame_ = flow_.frame();
         frameRow_ = row;
         blocks.detail = detailOf(row);
@@ -255,9 +255,9 @@ void Producer::layRow(std::size_t row) {
     headersDone(row);
     if (facts.rows.size() == 0) facts.rows.first = row;
     facts.rows.last = row + 1;
-    for (const Block& block : blocks.headers) placeOrTurn(block, row);
+    for (const PageBlock& block : blocks.headers) placeOrTurn(block, row);
     placeOrTurn(blocks.detail, row);
-    for (const Block& block : blocks.footers) placeOrTurn(block, row);
+    for (const PageBlock& block : blocks.footers) placeOrTurn(block, row);
 }
 
 void Producer::subreport(const BandItem& item, std::size_t row) {
