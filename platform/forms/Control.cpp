@@ -64,6 +64,8 @@ void Control::setEnabled(bool enabled) {
 }
 
 void Control::setFocus() {
+    // code that moves the focus has decided: what was left unvalidated before is not asked any more
+    if (causesValidation_) form_.impl().pending = nullptr;
     QWidget* target = focusTarget(*this);
     if (!target) return;
     // a control on a page behind brings its page to the front
