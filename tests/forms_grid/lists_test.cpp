@@ -1,7 +1,6 @@
 // Lists and trees: keys, sorting by kind, filter, checks, selection, speed with 50,000 rows.
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QTest>
 #include <QTreeWidget>
@@ -11,6 +10,7 @@
 #include "platform/forms/Internal.h"
 #include "platform/forms/ListTable.h"
 #include "tests/forms_grid/PlayForms.h"
+#include "tests/forms_grid/Stopwatch.h"
 
 namespace kv::test {
 namespace {
@@ -151,12 +151,11 @@ TEST_F(ListsTest, FiftyThousandRowsAtOnce) {
         items.push_back({"k" + number, {"V" + number, number + ".50", "3/15/2024", "Vendor " + number}});
     }
     const auto timed = [](const char* what, double limit_ms, const std::function<void()>& body) {
-        QElapsedTimer timer;
-        timer.start();
+        const Stopwatch watch;
         body();
-        const double took_ms = double(timer.nsecsElapsed()) / 1e6;
-        std::printf("50,000 rows, %s: %.0f ms\n", what, took_ms);
-        EXPECT_LT(took_ms, limit_ms) << what;
+        const double took_ms = watch.cpu_ms();
+        std::printf("50,000 rows, %s: %.0f ms of the processor\n", what, took_ms);
+        EXPECT_LT(took_ms, limit_ms * kSlower) << what;
     };
     timed("fill and paint", 1000, [&] {
         form.lvw.setItems(std::move(items));
