@@ -90,13 +90,13 @@ void dateTimeFromParts(Call& call) {
     resultMoment(call, roundedTo300({daysOf(part[0], part[1], part[2]), ms}));
 }
 
-/// datetime plus or minus days; whole days stay exact.
 /// Whole days first: DATEADD takes fewer milliseconds than lie between two dates.
 Moment addMs(Moment moment, std::int64_t ms, const Type& type) {
     constexpr std::int64_t kDayMs = 86'400'000;
     return dateAdd(DatePart::Millisecond, ms % kDayMs, dateAdd(DatePart::Day, ms / kDayMs, moment, type), type);
 }
 
+/// datetime plus or minus days; whole days stay exact.
 void addDays(Call& call) {
     if (call.anyNull()) return call.null();
     const Moment moment = momentArgument(call, 0);

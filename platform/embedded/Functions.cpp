@@ -1,12 +1,9 @@
 #include "platform/embedded/Functions.h"
 
 #include <algorithm>
-#include <array>
 
-#include "platform/base/Date.h"
 #include "platform/embedded/ConvertStyles.h"
 #include "platform/embedded/DateTime.h"
-#include "platform/embedded/Udf.h"
 
 namespace kv::tsql {
 namespace {
@@ -414,7 +411,23 @@ CallResult buildClock(const Site& site) {
     return {"getdate()", site.info.name == "SYSDATETIME" ? Type{Kind::DateTime2, 0, 7, 0} : Type::datetime(), false};
 }
 
+CallResult buildFormatMessage(const Site& site) {
+    for (std::size_t i = 1; i < site.args.size(); ++i) {
+        const Type& type = site.type(i);
+        if (!type.isText() && !type.isInteger() && !type.isNull()) raise(2786, {static_cast<int>(i)});
+    }
+    return {callOf(site, site.info.udf), Type::nvarchar(2047), false};
+}
+
+/// Names of the program and the user of the database, which are the same for everybody.
+CallResult buildApplicationName(const Site&) { return {"'Korvane Accounting'", Type::nvarchar(128), false}; }
+CallResult buildOwner(const Site&) { return {"'dbo'", Type::nvarchar(128), false}; }
+
+/// What SQL Server knows and the engine does not: refused by name, so that nobody takes it for a misspelling.
+CallResult refuseFunction(const Site& site) { raise(40001, {"The function " + std::string(site.info.name)}); }
+
 constexpr Type kInt = Type::integer();
+constexpr Type kName = Type::nvarchar(128);
 constexpr Type kFloat = Type::floating();
 constexpr Type kLikeFirst{};
 
@@ -423,38 +436,65 @@ constexpr Type kLikeFirst{};
 constexpr FunctionInfo kFunctions[] = {
     {"ABS", 1, 1, "a", "", kInt, buildAbs},
     {"ACOS", 1, 1, "f", "t_acos", kFloat, nullptr},
+    {"APP_NAME", 0, 0, "a", "", kName, buildApplicationName},
     {"ASCII", 1, 1, "t", "t_ascii", kInt, nullptr},
     {"ASIN", 1, 1, "f", "t_asin", kFloat, nullptr},
     {"ATAN", 1, 1, "f", "t_atan", kFloat, nullptr},
     {"ATN2", 2, 2, "ff", "t_atn2", kFloat, nullptr},
+    {"BINARY_CHECKSUM", 0, -1, "a", "", kInt, refuseFunction},
     {"CEILING", 1, 1, "a", "t_ceiling", kInt, buildFloor},
     {"CHAR", 1, 1, "i", "t_char", Type::text(Kind::Char, 1), nullptr},
     {"CHARINDEX", 2, 3, "ttb", "t_charindex", kInt, nullptr},
+    {"CHECKSUM", 0, -1, "a", "", kInt, refuseFunction},
     {"CHOOSE", 2, -1, "ia", "", kInt, buildChoose},
     {"COALESCE", 2, -1, "a", "", kInt, buildCoalesce},
+    {"COMPRESS", 0, -1, "a", "", kInt, refuseFunction},
     {"CONCAT", 2, 254, "t", "t_concat", kLikeFirst, buildConcat},
     {"CONCAT_WS", 3, 254, "t", "t_concat_ws", kLikeFirst, buildConcat},
+    {"CONTEXT_INFO", 0, -1, "a", "", kInt, refuseFunction},
     {"COS", 1, 1, "f", "t_cos", kFloat, nullptr},
     {"COT", 1, 1, "f", "t_cot", kFloat, nullptr},
+    {"CRYPT_GEN_RANDOM", 0, -1, "a", "", kInt, refuseFunction},
     {"CURRENT_TIMESTAMP", 0, 0, "a", "", Type::datetime(), buildClock, false},
+    {"CURSOR_STATUS", 0, -1, "a", "", kInt, refuseFunction},
+    {"DATABASEPROPERTYEX", 0, -1, "a", "", kInt, refuseFunction},
     {"DATALENGTH", 1, 1, "a", "", kInt, buildDataLength},
     {"DATEADD", 3, 3, "pid", "", Type::datetime(), buildDateAdd},
     {"DATEDIFF", 3, 3, "pdd", "", kInt, buildDateDiff},
+    {"DATEDIFF_BIG", 0, -1, "a", "", kInt, refuseFunction},
     {"DATEFROMPARTS", 3, 3, "i", "t_datefromparts", Type::date(), nullptr},
     {"DATENAME", 2, 2, "pd", "t_datename", kInt, buildDatePart},
     {"DATEPART", 2, 2, "pd", "t_datepart", kInt, buildDatePart},
+    {"DATETIME2FROMPARTS", 0, -1, "a", "", kInt, refuseFunction},
     {"DATETIMEFROMPARTS", 7, 7, "i", "t_datetimefromparts", Type::datetime(), nullptr},
+    {"DATETIMEOFFSETFROMPARTS", 0, -1, "a", "", kInt, refuseFunction},
     {"DAY", 1, 1, "d", "", kInt, buildYear},
+    {"DECOMPRESS", 0, -1, "a", "", kInt, refuseFunction},
     {"DEGREES", 1, 1, "f", "t_degrees", kFloat, nullptr},
+    {"DIFFERENCE", 0, -1, "a", "", kInt, refuseFunction},
     {"EOMONTH", 1, 2, "di", "", Type::date(), buildEndOfMonth},
     {"EXP", 1, 1, "f", "t_exp", kFloat, nullptr},
     {"FLOOR", 1, 1, "a", "t_floor", kInt, buildFloor},
     {"FORMAT", 2, 3, "a", "", kInt, buildFormat},
+    {"FORMATMESSAGE", 1, 21, "a", "t_formatmessage", kName, buildFormatMessage},
     {"GETDATE", 0, 0, "a", "", Type::datetime(), buildClock, false},
+    {"GETUTCDATE", 0, 0, "a", "t_getutcdate", Type::datetime(), nullptr, false},
+    {"GREATEST", 0, -1, "a", "", kInt, refuseFunction},
+    {"GROUPING", 0, -1, "a", "", kInt, refuseFunction},
+    {"GROUPING_ID", 0, -1, "a", "", kInt, refuseFunction},
     {"HASHBYTES", 2, 2, "a", "", kInt, buildHash},
+    {"HAS_PERMS_BY_NAME", 0, -1, "a", "", kInt, refuseFunction},
+    {"HOST_NAME", 0, 0, "a", "t_hostname", kName, nullptr, false},
     {"ISDATE", 1, 1, "a", "", kInt, buildIsDate},
+    {"ISJSON", 0, -1, "a", "", kInt, refuseFunction},
     {"ISNULL", 2, 2, "a", "", kInt, buildIsNull},
     {"ISNUMERIC", 1, 1, "a", "", kInt, buildIsNumeric},
+    {"IS_MEMBER", 0, -1, "a", "", kInt, refuseFunction},
+    {"IS_SRVROLEMEMBER", 0, -1, "a", "", kInt, refuseFunction},
+    {"JSON_MODIFY", 0, -1, "a", "", kInt, refuseFunction},
+    {"JSON_QUERY", 0, -1, "a", "", kInt, refuseFunction},
+    {"JSON_VALUE", 0, -1, "a", "", kInt, refuseFunction},
+    {"LEAST", 0, -1, "a", "", kInt, refuseFunction},
     {"LEFT", 2, 2, "tb", "t_left", kLikeFirst, buildPiece},
     {"LEN", 1, 1, "t", "t_len", kInt, nullptr},
     {"LOG", 1, 2, "f", "t_log", kFloat, nullptr},
@@ -464,32 +504,53 @@ constexpr FunctionInfo kFunctions[] = {
     {"MONTH", 1, 1, "d", "", kInt, buildYear},
     {"NCHAR", 1, 1, "i", "t_nchar", Type::text(Kind::NChar, 1), nullptr},
     {"NEWID", 0, 0, "a", "newid", Type::of(Kind::UniqueIdentifier), nullptr, false},
+    {"NEWSEQUENTIALID", 0, -1, "a", "", kInt, refuseFunction},
     {"NULLIF", 2, 2, "a", "", kInt, buildNullIf},
+    {"OBJECTPROPERTYEX", 0, -1, "a", "", kInt, refuseFunction},
+    {"ORIGINAL_LOGIN", 0, 0, "a", "t_username", kName, nullptr, false},
+    {"PARSENAME", 0, -1, "a", "", kInt, refuseFunction},
     {"PATINDEX", 2, 2, "tt", "t_patindex", kInt, nullptr},
     {"PI", 0, 0, "a", "", kFloat, buildPi},
     {"POWER", 2, 2, "ff", "", kFloat, buildPower},
+    {"PWDCOMPARE", 0, -1, "a", "", kInt, refuseFunction},
+    {"PWDENCRYPT", 0, -1, "a", "", kInt, refuseFunction},
     {"QUOTENAME", 1, 2, "tt", "t_quotename", kLikeFirst, buildQuoteName},
     {"RADIANS", 1, 1, "f", "t_radians", kFloat, nullptr},
+    {"RAND", 0, -1, "a", "", kInt, refuseFunction},
     {"REPLACE", 3, 3, "ttt", "t_replace", kLikeFirst, buildLongText},
     {"REPLICATE", 2, 2, "tb", "t_replicate", kLikeFirst, buildReplicate},
     {"REVERSE", 1, 1, "t", "t_reverse", kLikeFirst, nullptr},
     {"RIGHT", 2, 2, "tb", "t_right", kLikeFirst, buildPiece},
     {"ROUND", 2, 3, "aii", "", kInt, buildRound},
     {"RTRIM", 1, 1, "t", "t_rtrim", kLikeFirst, nullptr},
+    {"SESSION_CONTEXT", 0, -1, "a", "", kInt, refuseFunction},
     {"SIGN", 1, 1, "a", "", kInt, buildSign},
     {"SIN", 1, 1, "f", "t_sin", kFloat, nullptr},
+    {"SMALLDATETIMEFROMPARTS", 0, -1, "a", "", kInt, refuseFunction},
+    {"SOUNDEX", 0, -1, "a", "", kInt, refuseFunction},
     {"SPACE", 1, 1, "b", "t_space", Type::varchar(8000), nullptr},
     {"SQRT", 1, 1, "f", "t_sqrt", kFloat, nullptr},
     {"SQUARE", 1, 1, "f", "t_square", kFloat, nullptr},
     {"STR", 1, 3, "fii", "", kInt, buildStr},
+    {"STRING_ESCAPE", 0, -1, "a", "", kInt, refuseFunction},
     {"STUFF", 4, 4, "tbbt", "t_stuff", kLikeFirst, buildLongText},
     {"SUBSTRING", 3, 3, "tbb", "t_substring", kLikeFirst, buildPiece},
+    {"SUSER_NAME", 0, 0, "a", "t_username", kName, nullptr, false},
+    {"SUSER_SNAME", 0, 0, "a", "t_username", kName, nullptr, false},
+    {"SWITCHOFFSET", 0, -1, "a", "", kInt, refuseFunction},
     {"SYSDATETIME", 0, 0, "a", "", Type{Kind::DateTime2, 0, 7, 0}, buildClock, false},
+    {"SYSDATETIMEOFFSET", 0, -1, "a", "", kInt, refuseFunction},
+    {"SYSUTCDATETIME", 0, -1, "a", "", kInt, refuseFunction},
     {"TAN", 1, 1, "f", "t_tan", kFloat, nullptr},
+    {"TIMEFROMPARTS", 0, -1, "a", "", kInt, refuseFunction},
+    {"TODATETIMEOFFSET", 0, -1, "a", "", kInt, refuseFunction},
     {"TRANSLATE", 3, 3, "t", "t_translate", kLikeFirst, nullptr},
     {"TRIM", 1, 1, "t", "t_trim", kLikeFirst, nullptr},
+    {"TYPE_ID", 0, -1, "a", "", kInt, refuseFunction},
+    {"TYPE_NAME", 0, -1, "a", "", kInt, refuseFunction},
     {"UNICODE", 1, 1, "t", "t_unicode", kInt, nullptr},
     {"UPPER", 1, 1, "t", "t_upper", kLikeFirst, nullptr},
+    {"USER_NAME", 0, 0, "a", "", kName, buildOwner},
     {"YEAR", 1, 1, "d", "", kInt, buildYear},
 };
 // clang-format on
@@ -527,62 +588,6 @@ CallResult emitCall(const FunctionInfo& info, const std::vector<CallArgument>& a
         type = textLike(text, text.length);
     }
     return {callOf(site, info.udf), type, false};
-}
-
-// ---------------------------------------------------------------------------------------------- the connection
-
-std::string FunctionContext::now() const {
-    if (!statementNow.empty()) return statementNow;
-    const Date date = clock ? clock() : Now();
-    return momentText(roundedTo300(Moment::ofTotal(date.msSince1900())));
-}
-
-Cell Call::cell(int i) const {
-    switch (sqlite3_value_type(values_[i])) {
-        case SQLITE_INTEGER:
-            return {Storage::Integer, integer(i), 0, {}};
-        case SQLITE_FLOAT:
-            return {Storage::Real, 0, real(i), {}};
-        case SQLITE_TEXT:
-            return {Storage::Text, 0, 0, text(i)};
-        case SQLITE_BLOB:
-            return {Storage::Blob, 0, 0, blob(i)};
-        default:
-            return {};
-    }
-}
-
-void Call::result(const Datum& datum) {
-    switch (datum.storage) {
-        case Storage::Integer:
-            return result(datum.integer);
-        case Storage::Real:
-            return result(datum.real);
-        case Storage::Text:
-            return result(std::string_view(datum.text));
-        case Storage::Blob:
-            return resultBytes(datum.text);
-        default:
-            null();
-    }
-}
-
-void reportError(sqlite3_context* context, SqlError error) {
-    sqlite3_result_error(context, error.text.c_str(), static_cast<int>(error.text.size()));
-    static_cast<FunctionContext*>(sqlite3_user_data(context))->pending = std::move(error);
-}
-
-void registerFunctions(sqlite3* db, FunctionContext& context) {
-    const std::array<std::span<const Udf>, 5> groups = {likeUdfs(), textUdfs(), mathUdfs(), dateUdfs(), systemUdfs()};
-    for (const std::span<const Udf> group : groups) {
-        for (const Udf& function : group) {
-            const int flags = SQLITE_UTF8 | (function.deterministic ? SQLITE_DETERMINISTIC : 0);
-            sqlite3_create_function_v2(db, function.name, function.arguments, flags, &context, function.entry, nullptr,
-                                       nullptr, nullptr);
-        }
-    }
-    registerAggregates(db, context);
-    registerCollation(db);
 }
 
 }  // namespace kv::tsql

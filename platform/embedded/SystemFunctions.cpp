@@ -1,13 +1,17 @@
 // What is neither text, number nor date: new identifiers, hashes, FORMAT, and the conversions as SQLite calls them.
 
+#include <pwd.h>
 #include <sodium.h>
 
 #include <unistd.h>
 
 #include <array>
 #include <atomic>
+#include <ctime>
 #include <random>
 
+#include "platform/embedded/DateTime.h"
+#include "platform/embedded/Errors.h"
 #include "platform/embedded/FormatFunction.h"
 #include "platform/embedded/NumberText.h"
 #include "platform/embedded/Udf.h"
@@ -83,6 +87,41 @@ void hashBytes(Call& call) {
     call.resultBytes({reinterpret_cast<const char*>(digest.data()), size});
 }
 
+void hostName(Call& call) {
+    std::array<char, 256> name{};
+    if (gethostname(name.data(), name.size() - 1) != 0) return call.null();
+    call.result(std::string_view(name.data()));
+}
+
+/// Who runs the program; the engine has no logins of its own.
+void userName(Call& call) {
+    const passwd* entry = getpwuid(geteuid());
+    call.result(std::string_view(entry ? entry->pw_name : "unknown"));
+}
+
+void universalDate(Call& call) {
+    const Moment local = storedMoment(call.shared().now());
+    const CivilDay day = civilOf(local.days);
+    std::tm parts{};
+    parts.tm_year = day.year - 1900;
+    parts.tm_mon = day.month - 1;
+    parts.tm_mday = day.day;
+    parts.tm_hour = local.ms / 3'600'000;
+    parts.tm_isdst = -1;
+    std::mktime(&parts);
+    call.result(std::string_view(momentText(Moment::ofTotal(local.total() - parts.tm_gmtoff * 1000LL))));
+}
+
+void formatMessageCall(Call& call) {
+    if (call.isNull(0)) return call.null();
+    std::vector<Datum> arguments;
+    for (int i = 1; i < call.count(); ++i) {
+        const Cell cell = call.cell(i);
+        arguments.push_back(Datum{cell.storage, cell.integer, cell.real, std::string(cell.text)});
+    }
+    call.result(std::string_view(formatMessage(call.text(0), arguments)));
+}
+
 /// t_format(value, pattern, spec of the value's type)
 void formatCall(Call& call) {
     if (call.isNull(0) || call.isNull(1)) return call.null();
@@ -93,11 +132,15 @@ void formatCall(Call& call) {
 /// t_spid(): @@SPID
 void sessionIdCall(Call& call) { call.result(call.shared().sessionId); }
 
-constexpr std::array<Udf, 6> kUdfs = {{
+constexpr std::array<Udf, 10> kUdfs = {{
     {"cv", 2, true, convertCall},
     {"cvs", 3, true, udf<convertWithStyle>},
     {"newid", 0, false, udf<newId>},
     {"t_hash", 3, true, udf<hashBytes>},
+    {"t_hostname", 0, false, udf<hostName>},
+    {"t_username", 0, false, udf<userName>},
+    {"t_getutcdate", 0, false, udf<universalDate>},
+    {"t_formatmessage", -1, true, udf<formatMessageCall>},
     {"t_format", 3, true, udf<formatCall>},
     {"t_spid", 0, true, udf<sessionIdCall>},
 }};

@@ -252,7 +252,29 @@ TEST(DateFunctions, WorkedValues) {
         {"HASHBYTES", {"'SHA2_256'", "'abc'"}, "0xBA7816BF8F01CFEA414140DE5DAE2223B00361A396177A9CB410FF61F20015AD"},
         {"HASHBYTES", {"'sha2_256'", "N'abc'"}, "0x13E228567E8249FCE53337F25D7970DE3BD68AB2653424C7B8F9FD05E33CAEDF"},
         {"HASHBYTES", {"'MD5'", "'abc'"}, "#40001"},
+        {"FORMATMESSAGE", {"'%s has %d'", "'JV'", "3"}, "JV has 3"},
+        {"FORMATMESSAGE", {"'%d'", "2.5"}, "#2786"},
+        {"USER_NAME", {}, "dbo"},
+        {"RAND", {}, "#40001"},
+        {"CHECKSUM", {"'a'"}, "#40001"},
     });
+}
+
+TEST(SystemFunctions, WhereAndWho) {
+    FunctionBench bench;
+    bench.context().clock = [] { return Date(2024, 3, 5, 14, 7, 9, 44); };
+    EXPECT_EQ(bench.call("GETDATE", {}), "2024-03-05 14:07:09.043");
+    const std::string universal = bench.call("GETUTCDATE", {});
+    const Moment apart =
+        Moment::ofTotal(storedMoment("2024-03-05 14:07:09.043").total() - storedMoment(universal).total());
+    EXPECT_EQ(apart.ms % 900'000, 0) << universal;  // zones lie quarters of an hour apart
+    EXPECT_FALSE(bench.call("HOST_NAME", {}).empty());
+    EXPECT_FALSE(bench.call("SUSER_SNAME", {}).empty());
+    for (const char* name : {"abs", "YEAR", "Char", "charindex", "DATEADD", "FORMAT", "FORMATMESSAGE", "SUBSTRING"}) {
+        EXPECT_NE(findFunction(name), nullptr) << name;
+    }
+    EXPECT_EQ(findFunction("NOSUCH"), nullptr);
+    EXPECT_EQ(findFunction(""), nullptr);
 }
 
 TEST(Dates, EveryDayOfTheCalendar) {
