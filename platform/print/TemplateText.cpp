@@ -11,10 +11,12 @@ struct TextNotRead {};
 [[noreturn]] static void refuseText() { throw TextNotRead(); }
 }  // namespace kv
 
-// a parser apart from the one that other rooms instantiate
+// Inline functions of one name must be the same in the whole program: with assertions of its own this parser needs a
+// namespace of its own, apart from the one that other rooms instantiate.
 #undef NDEBUG
 #define TOML_ASSERT(expr) ((expr) ? void() : ::kv::refuseText())
 #define TOML_EXCEPTIONS 0
+#define toml template_toml
 #include <toml++/toml.h>
 
 namespace kv {
