@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/base/Paths.h"
 #include "platform/embedded/Collation.h"
 #include "platform/embedded/DateTime.h"
 #include "platform/embedded/Errors.h"
@@ -275,6 +276,37 @@ TEST(SystemFunctions, WhereAndWho) {
     }
     EXPECT_EQ(findFunction("NOSUCH"), nullptr);
     EXPECT_EQ(findFunction(""), nullptr);
+}
+
+/// The names between backticks of one part of the page that are written in capitals.
+std::vector<std::string> namesIn(const std::string& page, const std::string& from, const std::string& to) {
+    const std::size_t start = page.find(from);
+    const std::string part = page.substr(start, page.find(to, start) - start);
+    std::vector<std::string> names;
+    for (std::size_t at = part.find('`'); at != std::string::npos; at = part.find('`', at + 1)) {
+        const std::size_t end = part.find('`', at + 1);
+        names.push_back(part.substr(at + 1, end - at - 1));
+        at = end;
+    }
+    return names;
+}
+
+TEST(SystemFunctions, ThePageNamesThemRightly) {
+    const std::string page = readTextFile("docs/engine-functions.md");
+    const auto taken = namesIn(page, "| group |", "`CAST`");
+    const auto refused = namesIn(page, "error 40001:", "Random values");
+    EXPECT_GT(taken.size(), 80u);
+    EXPECT_GT(refused.size(), 35u);
+    const ArgumentAs none = [](std::size_t, const Type&) { return std::string("NULL"); };
+    for (const std::string& name : taken) {
+        if (isAggregate(name)) continue;
+        ASSERT_NE(findFunction(name), nullptr) << name;
+        EXPECT_NE(errorOf([&] { emitCall(*findFunction(name), std::vector<CallArgument>(1), none); }), 40001) << name;
+    }
+    for (const std::string& name : refused) {
+        ASSERT_NE(findFunction(name), nullptr) << name;
+        EXPECT_EQ(errorOf([&] { emitCall(*findFunction(name), {}, none); }), 40001) << name;
+    }
 }
 
 TEST(Dates, EveryDayOfTheCalendar) {
