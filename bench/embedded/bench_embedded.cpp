@@ -26,6 +26,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr int kRounds = 7;
 constexpr double kRoundSeconds = 0.04;
+constexpr int kProfiledRuns = 500'000;
 
 /// A raw connection to the file, with the collation and functions of the engine (a raw program would have its own).
 class Raw {
@@ -234,13 +235,20 @@ void fill(kv::Connection& cn) {
     scope.commit();
 }
 
-int bench(const std::string& file) {
+/// With the number of a case only the engine runs it, for a profiler.
+int bench(const std::string& file, int only) {
     kv::EmbeddedOptions options;
     options.file = file;
     const auto cn = kv::openEmbedded(options);
     kv::installDatabase(*cn, kv::buildPath(kv::programFolder(), "server"));
     kv::loadDemoHospital(*cn, kv::buildPath(kv::programFolder(), "demo/data"));
     fill(*cn);
+    if (only >= 0) {
+        const std::string client = cases().at(static_cast<std::size_t>(only)).client;
+        const kv::Transaction scope(*cn);
+        for (int i = 0; i < kProfiledRuns; ++i) cn->OpenAll(client);
+        return 0;
+    }
     Raw raw(file);
     std::printf("%10s %10s %7s  %s\n", "engine us", "raw us", "ratio", "statement");
     double logs = 0;
@@ -267,12 +275,12 @@ int bench(const std::string& file) {
 
 }  // namespace
 
-int main() {
+int main(int argc, char** argv) {
     const auto folder = std::filesystem::temp_directory_path() / ("kv_bench_" + std::to_string(::getpid()));
     std::filesystem::create_directories(folder);
     int result = 1;
     try {
-        result = bench((folder / "bench.db").string());
+        result = bench((folder / "bench.db").string(), argc > 1 ? std::atoi(argv[1]) : -1);
     } catch (const kv::Error& error) {
         std::fprintf(stderr, "%ld %s\n", error.number, error.description.c_str());
     }

@@ -138,6 +138,7 @@ void Catalog::load() {
     loadColumns(objects);
     loadConstraints(objects);
     for (const auto& [id, object] : objects) enlist(object);
+    enlistTriggers();
 }
 
 void Catalog::loadColumns(std::unordered_map<std::int64_t, ObjectPtr>& objects) {
@@ -244,15 +245,17 @@ ObjectPtr Catalog::byId(std::int64_t id) const {
     return at == byId_.end() ? nullptr : at->second;
 }
 
-std::vector<ObjectPtr> Catalog::triggersOf(const Object& table) const {
-    std::vector<ObjectPtr> found;
-    for (const auto& [id, object] : byId_) {
-        if (object->type == ObjectType::Trigger && object->parent == table.id && !object->disabled) {
-            found.push_back(object);
-        }
+const std::vector<ObjectPtr>& Catalog::triggersOf(const Object& table) const {
+    static const std::vector<ObjectPtr> none;
+    const auto at = triggers_.find(table.id);
+    return at == triggers_.end() ? none : at->second;
+}
+
+void Catalog::enlistTriggers() {
+    triggers_.clear();
+    for (const ObjectPtr& object : all()) {
+        if (object->type == ObjectType::Trigger && !object->disabled) triggers_[object->parent].push_back(object);
     }
-    std::sort(found.begin(), found.end(), [](const ObjectPtr& a, const ObjectPtr& b) { return a->id < b->id; });
-    return found;
 }
 
 std::vector<std::pair<ObjectPtr, const ForeignKeyInfo*>> Catalog::referencesTo(const Object& table) const {
@@ -301,6 +304,7 @@ ObjectPtr Catalog::put(Object object) {
     object.compiled.reset();
     auto stored = std::make_shared<Object>(std::move(object));
     enlist(stored);
+    enlistTriggers();
     return stored;
 }
 
@@ -348,6 +352,7 @@ void Catalog::remove(const Object& object) {
     Statement(db_, "DELETE FROM kv_identity WHERE object = ?1").bind(1, object.id).run();
     objects_.erase(key(object.database, object.name));
     byId_.erase(object.id);
+    enlistTriggers();
     bump();
 }
 

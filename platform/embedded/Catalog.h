@@ -115,7 +115,7 @@ public:
     ObjectPtr find(std::string_view database, std::string_view name) const;
     ObjectPtr byId(std::int64_t id) const;
     /// Enabled triggers of a table, in the order of their creation.
-    std::vector<ObjectPtr> triggersOf(const Object& table) const;
+    const std::vector<ObjectPtr>& triggersOf(const Object& table) const;
     /// Foreign keys of other tables that refer to this one.
     std::vector<std::pair<ObjectPtr, const ForeignKeyInfo*>> referencesTo(const Object& table) const;
     std::vector<ObjectPtr> all() const;
@@ -133,12 +133,14 @@ private:
     void loadConstraints(std::unordered_map<std::int64_t, ObjectPtr>& objects);
     void writeParts(const Object& object);
     void bump();
+    void enlistTriggers();
 
     sqlite3* db_;
     std::int64_t version_ = 0;
     std::map<std::string, std::pair<std::string, std::int64_t>> databases_;  ///< lower case to name and id
     std::unordered_map<std::string, ObjectPtr> objects_;
     std::unordered_map<std::int64_t, ObjectPtr> byId_;
+    std::unordered_map<std::int64_t, std::vector<ObjectPtr>> triggers_;  ///< enabled ones by their table
 };
 
 }  // namespace kv::tsql

@@ -5,6 +5,20 @@
 namespace kv::tsql {
 namespace {
 
+constexpr int kStoredDateLength = 23;
+
+int digits(const unsigned char* text, int count) {
+    int value = 0;
+    for (int i = 0; i < count; ++i) value = value * 10 + (text[i] - '0');
+    return value;
+}
+
+/// A stored date: "yyyy-mm-dd hh:mm:ss.mmm".
+Value storedDate(const unsigned char* t) {
+    return Value(Date(digits(t, 4), digits(t + 5, 2), digits(t + 8, 2), digits(t + 11, 2), digits(t + 14, 2),
+                      digits(t + 17, 2), digits(t + 20, 3)));
+}
+
 /// The common kinds without a detour over Datum.
 Value clientColumn(sqlite3_stmt* stmt, int index, const Type& type) {
     const int stored = sqlite3_column_type(stmt, index);
@@ -19,6 +33,9 @@ Value clientColumn(sqlite3_stmt* stmt, int index, const Type& type) {
     if (stored == SQLITE_FLOAT && type.isMoney()) {
         return Value(Money::fromUnits(std::llround(sqlite3_column_double(stmt, index) * Money::kUnitsPerOne)));
     }
+    if (stored == SQLITE_TEXT && type.isDate() && sqlite3_column_bytes(stmt, index) == kStoredDateLength) {
+        return storedDate(sqlite3_column_text(stmt, index));
+    }
     return clientValue(columnDatum(stmt, index), type);
 }
 
@@ -26,6 +43,7 @@ Value clientColumn(sqlite3_stmt* stmt, int index, const Type& type) {
 
 void ClientSink::begin(const std::vector<OutColumn>& columns) {
     ResultSet set;
+    set.fields.reserve(columns.size());
     for (const OutColumn& column : columns) {
         Field field;
         field.name = column.name;

@@ -272,7 +272,7 @@ void Ddl::dropIndex(const DropStmt& stmt, std::size_t item) {
         throw sqlErrorAt(static_cast<int>(stmt.pos.line), 3701, {"drop", "index", table.name + "." + name.name});
     }
     if (at->constraint) throw sqlErrorAt(static_cast<int>(stmt.pos.line), 3723, {table.name + "." + name.name});
-    execSql(session_.db(), "DROP INDEX main." + quoted(indexPhysicalName(object, *at)));
+    for (const std::string& sql : dropIndexSql(object, *at)) execSql(session_.db(), sql);
     object.indexes.erase(at);
     session_.catalog.put(std::move(object));
 }

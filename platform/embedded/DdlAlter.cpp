@@ -60,7 +60,7 @@ void Ddl::alterTable(const AlterTableStmt& stmt) {
         session_.catalog.put(std::move(object));
         execSql(session_.db(), "RELEASE kv_alter");
     } catch (...) {
-        sqlite3_exec(session_.db(), "ROLLBACK TO kv_alter; RELEASE kv_alter", nullptr, nullptr, nullptr);
+        session_.undoTo("kv_alter");
         session_.catalog.load();
         throw;
     }
@@ -141,7 +141,7 @@ void Ddl::alterAdd(const AlterTableStmt& stmt, Object& object) {
         }
         if (isRowIdKey(object, index)) continue;
         try {
-            execSql(session_.db(), createIndexSql(object, index));
+            for (const std::string& sql : createIndexSql(object, index)) execSql(session_.db(), sql);
         } catch (const SqlError& error) {
             if (error.number != 2601 && error.number != 2627) throw;
             throw sqlErrorAt(static_cast<int>(stmt.pos.line), 1505, {"dbo." + object.name, index.name});
@@ -237,6 +237,14 @@ void Ddl::alterColumn(const AlterTableStmt& stmt, Object& object) {
     column.type = type;
     column.nullable = nullable;
     rewriteTable(object);
+    for (const IndexInfo& i : object.indexes) {
+        // Whether a key counts NULLs depends on its columns.
+        const bool uses = std::any_of(i.columns.begin(), i.columns.end(),
+                                      [&](const IndexColumn& c) { return equalsNoCase(c.name, stmt.column.name); });
+        if (!uses || !i.unique || isRowIdKey(object, i)) continue;
+        for (const std::string& sql : dropIndexSql(object, i)) execSql(session_.db(), sql);
+        for (const std::string& sql : createIndexSql(object, i)) execSql(session_.db(), sql);
+    }
 }
 
 void Ddl::dropColumns(const AlterTableStmt& stmt, Object& object) {
@@ -283,7 +291,7 @@ void Ddl::dropConstraints(const AlterTableStmt& stmt, Object& object) {
                 throw sqlErrorAt(static_cast<int>(stmt.pos.line), 3725, {name, other->name, foreign->name});
             }
             if (!isRowIdKey(object, *index)) {
-                execSql(session_.db(), "DROP INDEX main." + quoted(indexPhysicalName(object, *index)));
+                for (const std::string& sql : dropIndexSql(object, *index)) execSql(session_.db(), sql);
             }
             object.indexes.erase(index);
         } else if (check != object.checks.end()) {

@@ -345,7 +345,7 @@ void Ddl::createIndex(const CreateIndexStmt& stmt) {
         Object object = *table;
         addIndex(index, object, stmt.pos);
         translate(object);
-        execSql(session_.db(), createIndexSql(object, object.indexes.back()));
+        for (const std::string& sql : createIndexSql(object, object.indexes.back())) execSql(session_.db(), sql);
         *table = object;
         return;
     }
@@ -357,7 +357,7 @@ void Ddl::createIndex(const CreateIndexStmt& stmt) {
     }
     translate(object);
     try {
-        execSql(session_.db(), createIndexSql(object, object.indexes.back()));
+        for (const std::string& sql : createIndexSql(object, object.indexes.back())) execSql(session_.db(), sql);
     } catch (const SqlError& error) {
         if (error.number != 2601 && error.number != 2627) throw;
         throw sqlErrorAt(static_cast<int>(stmt.pos.line), 1505, {"dbo." + object.name, stmt.name});

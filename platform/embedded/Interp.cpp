@@ -87,9 +87,11 @@ bool Interp::runBatch(std::string_view text, std::vector<ResultSet>& results, st
     return !anyError_;
 }
 
-std::shared_ptr<CompiledBatch> Interp::compile(std::string_view text, LexedBatch& lexed) {
-    lex(text, lexed);
-    const std::string key = lowered(session_.database) + '\n' + lexed.key;
+std::shared_ptr<CompiledBatch> Interp::compile(LexedBatch& lexed) {
+    // Names mean something else in another database.
+    lexed.key += '\n';
+    lexed.key += session_.database;
+    const std::string& key = lexed.key;
     if (session_.options().statementCache) {
         if (auto found = session_.cache.find(key, lexed.literals)) {
             ++session_.counts.reused;
@@ -118,9 +120,11 @@ std::shared_ptr<CompiledBatch> Interp::compile(std::string_view text, LexedBatch
 }
 
 bool Interp::runCompiled(std::string_view text) {
-    session_.refreshCatalog();
-    LexedBatch lexed;
-    const std::shared_ptr<CompiledBatch> batch = compile(text, lexed);
+    // Inside a transaction nobody else can have changed what it sees.
+    if (sqlite3_get_autocommit(session_.db())) session_.refreshCatalog();
+    LexedBatch& lexed = lexed_;
+    lex(text, lexed);
+    const std::shared_ptr<CompiledBatch> batch = compile(lexed);
     Frame frame;
     frame.scope = &batch->variables;
     frame.variables.resize(batch->variables.size());
@@ -452,8 +456,8 @@ void Interp::use(const UseStmt& stmt) {
 ObjectPtr Interp::localTable(std::string_view name) {
     const bool marked = !name.empty() && (name[0] == '#' || name[0] == '@');
     if (!marked) {
-        if (inserted_ && equalsNoCase(name, "inserted")) return inserted_->object;
-        if (deleted_ && equalsNoCase(name, "deleted")) return deleted_->object;
+        if (inserted_ && equalsNoCase(name, "inserted")) return inserted_;
+        if (deleted_ && equalsNoCase(name, "deleted")) return deleted_;
         return nullptr;
     }
     LocalTable* table = findLocal(name);

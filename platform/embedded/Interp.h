@@ -70,7 +70,7 @@ public:
     void pin(int index) override;
 
     /// Scalar function called by SQLite; raises SqlError.
-    Datum callFunction(const std::string& key, std::vector<Datum> arguments);
+    Datum callFunction(ObjectPtr function, std::vector<Datum> arguments);
     /// Rows of a table function called by SQLite.
     std::vector<std::vector<Datum>> callTableFunction(const std::string& key, std::vector<Datum> arguments);
     const Datum& liveVariable(int index) const { return frame_->variables[static_cast<std::size_t>(index)]; }
@@ -89,7 +89,7 @@ public:
 private:
     // Interp.cpp
     bool runCompiled(std::string_view text);
-    std::shared_ptr<CompiledBatch> compile(std::string_view text, LexedBatch& lexed);
+    std::shared_ptr<CompiledBatch> compile(LexedBatch& lexed);
     Flow statements(const StmtList& list);
     Flow statement(const Stmt& stmt);
     Flow dispatch(const Stmt& stmt);
@@ -131,7 +131,7 @@ private:
 
     // InterpTrigger.cpp
     void runWithTriggers(DmlPlan& plan, const char* verb, const std::vector<ObjectPtr>& triggers);
-    void prepareCapture(const Object& table);
+    const Capture& captureOf(const Object& table);
     void runTrigger(const ObjectPtr& trigger);
 
     // InterpHost.cpp
@@ -158,7 +158,8 @@ private:
     void leave(Frame& frame);
 
     Session& session_;
-    Frame root_;  ///< owns the #tables that outlive a batch
+    LexedBatch lexed_;  ///< of the last batch: its memory is used again
+    Frame root_;        ///< owns the #tables that outlive a batch
     Frame* frame_ = nullptr;
     int depth_ = 0;
     int tryDepth_ = 0;
@@ -172,8 +173,8 @@ private:
     bool simpleBatch_ = false;
     bool insertingExec_ = false;
     std::int64_t capture_ = 0;
-    LocalTable* inserted_ = nullptr;  ///< of the running trigger
-    LocalTable* deleted_ = nullptr;
+    ObjectPtr inserted_;  ///< of the running trigger
+    ObjectPtr deleted_;
     bool triggerFailed_ = false;  ///< the error on its way came out of a trigger: the transaction is lost
     std::vector<std::int64_t> activeTriggers_;
     std::string now_;

@@ -265,10 +265,7 @@ void Interp::executeSql(const ExecStmt& stmt) {
     }
 }
 
-Datum Interp::callFunction(const std::string& key, std::vector<Datum> arguments) {
-    const std::size_t dot = key.find('.');
-    const ObjectPtr function = catalog().find(key.substr(0, dot), key.substr(dot + 1));
-    if (!function) throw sqlError(208, {key});
+Datum Interp::callFunction(const ObjectPtr function, std::vector<Datum> arguments) {
     const Module& module = moduleOf(*function);
     Frame frame;
     frame.scope = &module.variables;

@@ -68,7 +68,7 @@ std::vector<DbError> Interp::compileOnly(std::string_view text) {
     } catch (const SqlError& error) {
         message(error);
     }
-    sqlite3_exec(session_.db(), "ROLLBACK TO kv_lint; RELEASE kv_lint", nullptr, nullptr, nullptr);
+    session_.undoTo("kv_lint");
     session_.afterLint();
     messages_ = nullptr;
     return errors;
@@ -257,8 +257,8 @@ void Interp::compileModule(const ModuleStmt& stmt) {
     frame.procedure = object->name;
     frame.barrier = true;
     enter(frame);
-    LocalTable* inserted = inserted_;
-    LocalTable* deleted = deleted_;
+    const ObjectPtr inserted = inserted_;
+    const ObjectPtr deleted = deleted_;
     try {
         if (module.trigger) compileTrigger(*object, module);
         if (module.function && module.function->form == FunctionForm::Table) Ddl(*this).declareResult(*object, module);

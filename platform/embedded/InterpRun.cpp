@@ -185,6 +185,12 @@ Datum Interp::evaluate(const Expr& expr, const Type& type) {
 }
 
 bool Interp::test(const Expr& condition) {
+    if (const auto* null = as<IsNullExpr>(&condition)) {
+        if (const auto* variable = as<VariableExpr>(null->operand)) {
+            const int index = frame_->scope->find(variable->name);
+            if (index >= 0) return frame_->variables[static_cast<std::size_t>(index)].isNull() != null->negated;
+        }
+    }
     Plan& plan = valuePlan(condition, nullptr, true);
     Running running(plan, session_.db());
     bind(running.get(), plan);
@@ -342,7 +348,7 @@ void Interp::runDml(DmlPlan& plan, const char* verb) {
     for (const Frame* frame = frame_; frame; frame = frame->caller) {
         if (frame->function) throw sqlError(443, {verb});
     }
-    const std::vector<ObjectPtr> triggers = catalog().triggersOf(target);
+    const std::vector<ObjectPtr>& triggers = catalog().triggersOf(target);
     const bool alone = simpleBatch_ && triggers.empty() && plan.beforeVariables.empty() && depth_ == 1;
     session_.beforeWrite(alone);
     if (triggers.empty()) return runDmlPlain(plan, verb);
@@ -424,7 +430,7 @@ void Interp::insertExec(const InsertStmt& stmt) {
         }
         session_.runKept("RELEASE kv_insert");
     } catch (...) {
-        sqlite3_exec(session_.db(), "ROLLBACK TO kv_insert; RELEASE kv_insert", nullptr, nullptr, nullptr);
+        session_.undoTo("kv_insert");
         throw;
     }
     if (plan.target) noteIdentity(plan, total);

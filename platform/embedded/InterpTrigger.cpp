@@ -7,8 +7,6 @@
 namespace kv::tsql {
 namespace {
 
-constexpr const char* kSavepoint = "kv_statement";
-
 std::string captureName(const Object& table, bool inserted) {
     return (inserted ? "kv_inserted$" : "kv_deleted$") + std::to_string(table.id);
 }
@@ -39,7 +37,7 @@ std::string captureTrigger(const Object& table, const char* event) {
     return sql + "END";
 }
 
-LocalTable captureTable(const Object& table, bool inserted) {
+ObjectPtr captureTable(const Object& table, bool inserted) {
     auto object = std::make_shared<Object>();
     object->id = -1'000'000'000 - table.id * 2 - (inserted ? 1 : 0);
     object->name = inserted ? "inserted" : "deleted";
@@ -47,9 +45,7 @@ LocalTable captureTable(const Object& table, bool inserted) {
     object->temporary = true;
     object->columns = table.columns;
     for (ColumnInfo& column : object->columns) column.identity = false;
-    LocalTable local;
-    local.object = object;
-    return local;
+    return object;
 }
 
 bool fires(const CreateTriggerStmt& trigger, const std::string& verb) {
@@ -59,8 +55,9 @@ bool fires(const CreateTriggerStmt& trigger, const std::string& verb) {
 
 }  // namespace
 
-void Interp::prepareCapture(const Object& table) {
-    if (session_.captures.count(table.physical)) return;
+const Capture& Interp::captureOf(const Object& table) {
+    const auto known = session_.captures.find(table.physical);
+    if (known != session_.captures.end()) return known->second;
     for (const bool inserted : {true, false}) {
         execSql(session_.db(), "DROP TABLE IF EXISTS temp." + quoted(captureName(table, inserted)));
         execSql(session_.db(),
@@ -71,7 +68,7 @@ void Interp::prepareCapture(const Object& table) {
                 "DROP TRIGGER IF EXISTS temp." + quoted("kv_capture$" + std::to_string(table.id) + event));
         execSql(session_.db(), captureTrigger(table, event));
     }
-    session_.captures.insert(table.physical);
+    return session_.captures[table.physical] = {captureTable(table, true), captureTable(table, false)};
 }
 
 void Interp::runWithTriggers(DmlPlan& plan, const char* verb, const std::vector<ObjectPtr>& triggers) {
@@ -85,69 +82,63 @@ void Interp::runWithTriggers(DmlPlan& plan, const char* verb, const std::vector<
         if (!active && fires(*module.trigger, verb)) firing.push_back(trigger);
     }
     if (firing.empty()) return runDmlPlain(plan, verb);
-    prepareCapture(table);
-    LocalTable inserted = captureTable(table, true);
-    LocalTable deleted = captureTable(table, false);
-    const auto clear = [&] {
-        session_.runKept("DELETE FROM temp." + quoted(inserted.object->physical));
-        session_.runKept("DELETE FROM temp." + quoted(deleted.object->physical));
-    };
-    clear();
-    session_.runKept(std::string("SAVEPOINT ") + kSavepoint);
-    LocalTable* outerInserted = inserted_;
-    LocalTable* outerDeleted = deleted_;
-    const std::int64_t outerCapture = capture_;
+    const Capture capture = captureOf(table);
     const int outerTran = session_.tranCount();
-    const bool outerAbort = session_.xactAbort;
-    const auto restore = [&] {
-        inserted_ = outerInserted;
-        deleted_ = outerDeleted;
-        capture_ = outerCapture;
-        session_.xactAbort = outerAbort;
+    // A failure inside a transaction of the user's loses all of it; outside, only this statement is undone.
+    const bool alone = outerTran == 0;
+    if (alone) session_.runKept("SAVEPOINT kv_statement");
+    struct Outer {
+        Interp& interp;
+        ObjectPtr inserted;
+        ObjectPtr deleted;
+        std::int64_t capture;
+        bool xactAbort;
+        ~Outer() {
+            interp.inserted_ = std::move(inserted);
+            interp.deleted_ = std::move(deleted);
+            interp.capture_ = capture;
+            interp.session_.xactAbort = xactAbort;
+        }
     };
     int rows = 0;
     try {
+        const Outer outer{*this, inserted_, deleted_, capture_, session_.xactAbort};
         capture_ = table.id;
         runDmlPlain(plan, verb);
         capture_ = 0;
         rows = rowCount_;
         const std::int64_t identity = sqlite3_last_insert_rowid(session_.db());
-        inserted_ = &inserted;
-        deleted_ = &deleted;
-        if (outerTran == 0) session_.setTranCount(1);
+        inserted_ = capture.inserted;
+        deleted_ = capture.deleted;
+        if (alone) session_.setTranCount(1);
         for (const ObjectPtr& trigger : firing) {
             runTrigger(trigger);
             if (session_.tranCount() == 0) break;
         }
         sqlite3_set_last_insert_rowid(session_.db(), identity);
     } catch (...) {
-        restore();
-        if (outerTran == 0) {
+        if (alone) {
             session_.setTranCount(0);
             session_.undoom();
         }
         triggerFailed_ = true;
-        if (!sqlite3_get_autocommit(session_.db())) {
-            sqlite3_exec(session_.db(), "ROLLBACK TO kv_statement; RELEASE kv_statement", nullptr, nullptr, nullptr);
-        }
+        if (alone) session_.undoTo("kv_statement");
         throw;
     }
-    restore();
     if (session_.tranCount() == 0) throw sqlError(3609);
-    if (outerTran == 0) session_.setTranCount(0);
-    clear();
-    session_.runKept(std::string("RELEASE ") + kSavepoint);
+    if (alone) session_.setTranCount(0);
+    if (verb[0] != 'D') session_.runKept("DELETE FROM temp." + quoted(capture.inserted->physical));
+    if (verb[0] != 'I') session_.runKept("DELETE FROM temp." + quoted(capture.deleted->physical));
+    if (alone) session_.runKept("RELEASE kv_statement");
     rowCount_ = rows;
     affected_ = rows;
 }
 
 void Interp::compileTrigger(const Object& trigger, const Module& module) {
     const ObjectPtr table = catalog().byId(trigger.parent);
-    prepareCapture(*table);
-    LocalTable inserted = captureTable(*table, true);
-    LocalTable deleted = captureTable(*table, false);
-    inserted_ = &inserted;
-    deleted_ = &deleted;
+    const Capture capture = captureOf(*table);
+    inserted_ = capture.inserted;
+    deleted_ = capture.deleted;
     compileList(module.body());
     session_.captures.clear();
 }

@@ -24,6 +24,8 @@ constexpr int kIdentifierMax = 32;
 void keepMemory() {
     static std::once_flag once;
     std::call_once(once, [] {
+        // Counting memory costs a lock at each allocation. Too late when SQLite runs already: then it goes on counting.
+        sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
         mallopt(M_TRIM_THRESHOLD, 256 << 20);
         mallopt(M_TOP_PAD, 1 << 20);
         mallopt(M_MMAP_THRESHOLD, 64 << 20);
@@ -145,6 +147,19 @@ void Session::definitionsChanged() {
     if (!sqlite3_get_autocommit(db())) ddlInTransaction_ = true;
     cache.clear();
     captures.clear();
+}
+
+void Session::undoTo(const std::string& savepoint) noexcept {
+    if (sqlite3_get_autocommit(db())) return;
+    try {
+        const auto saved = temps.saveVariables();
+        execSql(db(), "ROLLBACK TO " + savepoint);
+        execSql(db(), "RELEASE " + savepoint);
+        afterRollback(saved);
+    } catch (const SqlError&) {
+        // The error that led here is the one to tell.
+        return;
+    }
 }
 
 void Session::afterLint() {

@@ -36,6 +36,12 @@ private:
     std::int64_t waitedUs_ = 0;
 };
 
+/// The temporary tables that hold what a statement put in and took out of a table with triggers.
+struct Capture {
+    ObjectPtr inserted;
+    ObjectPtr deleted;
+};
+
 class Session {
     // First in, last out: everything below holds statements of this handle.
     EmbeddedOptions options_;
@@ -75,6 +81,8 @@ public:
     /// At the start of a batch: another process may have changed the catalogue.
     void refreshCatalog();
     void definitionsChanged();
+    /// Undoes everything since a savepoint of the engine's own and ends it; never raises.
+    void undoTo(const std::string& savepoint) noexcept;
     /// Forgets what a compile without running had made.
     void afterLint();
 
@@ -89,7 +97,7 @@ public:
     EmbeddedServices::CacheCounts counts;
     std::map<std::string, ExprPtr> expressions;  ///< parsed DEFAULTs and CHECKs by their text
     std::set<std::string> registered;            ///< functions and modules that SQLite knows already
-    std::set<std::string> captures;              ///< tables whose changes are captured for triggers
+    std::map<std::string, Capture> captures;     ///< tables whose changes are captured for triggers
 
 private:
     void open();

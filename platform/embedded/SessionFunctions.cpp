@@ -315,18 +315,32 @@ void singleFinal(sqlite3_context* context) {
     sqlite3_value_free(single->value);
 }
 
+/// The object is looked up again when the catalogue has changed.
 struct UserFunction {
     Interp* interp;
     std::string key;
+    ObjectPtr object = nullptr;
+    std::int64_t version = -1;
 };
 
+const ObjectPtr& currentObject(UserFunction& function) {
+    const Catalog& catalog = function.interp->catalog();
+    if (function.version != catalog.version()) {
+        const std::size_t dot = function.key.find('.');
+        function.object = catalog.find(function.key.substr(0, dot), function.key.substr(dot + 1));
+        function.version = catalog.version();
+    }
+    if (!function.object) throw sqlError(208, {function.key});
+    return function.object;
+}
+
 void callUser(sqlite3_context* context, int count, sqlite3_value** values) {
-    const auto* function = static_cast<const UserFunction*>(sqlite3_user_data(context));
+    auto* function = static_cast<UserFunction*>(sqlite3_user_data(context));
     guardedBy(*function->interp, context, [&] {
         std::vector<Datum> arguments;
         arguments.reserve(static_cast<std::size_t>(count));
         for (int i = 0; i < count; ++i) arguments.push_back(valueDatum(values[i]));
-        resultDatum(context, function->interp->callFunction(function->key, std::move(arguments)));
+        resultDatum(context, function->interp->callFunction(currentObject(*function), std::move(arguments)));
     });
 }
 
@@ -342,8 +356,8 @@ void registerSessionFunctions(sqlite3* db, Interp& interp) {
 
 void registerScalarFunction(sqlite3* db, Interp& interp, const std::string& name, const std::string& key,
                             int arguments) {
-    sqlite3_create_function_v2(db, name.c_str(), arguments, SQLITE_UTF8, new UserFunction{&interp, key}, callUser,
-                               nullptr, nullptr, [](void* p) { delete static_cast<UserFunction*>(p); });
+    sqlite3_create_function_v2(db, name.c_str(), arguments, SQLITE_UTF8, new UserFunction{&interp, key, nullptr, -1},
+                               callUser, nullptr, nullptr, [](void* p) { delete static_cast<UserFunction*>(p); });
 }
 
 }  // namespace kv::tsql

@@ -63,8 +63,7 @@ SqlError foreignKey(const Catalog& catalog, const Object& table, const std::stri
     if (own) {
         for (const ForeignKeyInfo& key : table.foreignKeys) names.push_back(key.name);
         const ForeignKeyInfo& first = table.foreignKeys.front();
-        return sqlError(547,
-                        {verb, "FOREIGN KEY", join(names, "\" or \""), first.refDatabase, "dbo." + first.refTable,
+        return sqlError(547, {verb, "FOREIGN KEY", join(names, "\" or \""), first.refDatabase, "dbo." + first.refTable,
                               names.size() == 1 ? columnNote(first.refColumns) : ""});
     }
     for (const auto& [other, key] : referring) names.push_back(key->name);

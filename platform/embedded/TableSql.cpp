@@ -7,6 +7,8 @@
 namespace kv::tsql {
 namespace {
 
+constexpr const char* kNullKeys = "$null";
+
 const char* actionText(int action) {
     static constexpr const char* kTexts[] = {"NO ACTION", "CASCADE", "SET NULL", "SET DEFAULT"};
     return kTexts[action];
@@ -43,7 +45,7 @@ std::string indexPhysicalName(const Object& table, const IndexInfo& index) {
     return table.physical + "." + lowered(index.name);
 }
 
-std::string createIndexSql(const Object& table, const IndexInfo& index) {
+std::vector<std::string> createIndexSql(const Object& table, const IndexInfo& index) {
     std::string columns;
     for (const IndexColumn& column : index.columns) {
         columns += (columns.empty() ? "" : ", ") + quoted(column.name) + (column.descending ? " DESC" : "");
@@ -56,7 +58,29 @@ std::string createIndexSql(const Object& table, const IndexInfo& index) {
     sql += (table.temporary ? "temp." : "main.") + quoted(indexPhysicalName(table, index)) + " ON " +
            quoted(table.physical) + "(" + columns + ")";
     if (!index.filterSql.empty()) sql += " WHERE " + index.filterSql;
-    return sql;
+    std::vector<std::string> list{sql};
+    if (!index.unique || !index.filterSql.empty()) return list;
+    std::string keys;
+    std::string some;
+    for (const IndexColumn& column : index.columns) {
+        const ColumnInfo& info = table.columns[static_cast<std::size_t>(table.columnIndex(column.name))];
+        std::string key = quoted(info.name);
+        if (info.nullable) {
+            some += (some.empty() ? "" : " OR ") + key + " IS NULL";
+            key = "ifnull(" + key + ", x'00')" + (info.type.isText() ? " COLLATE CI" : "");
+        }
+        keys += (keys.empty() ? "" : ", ") + key;
+    }
+    if (some.empty()) return list;
+    list.push_back("CREATE UNIQUE INDEX " + std::string(table.temporary ? "temp." : "main.") +
+                   quoted(indexPhysicalName(table, index) + kNullKeys) + " ON " + quoted(table.physical) + "(" + keys +
+                   ") WHERE " + some);
+    return list;
+}
+
+std::vector<std::string> dropIndexSql(const Object& table, const IndexInfo& index) {
+    const std::string name = indexPhysicalName(table, index);
+    return {"DROP INDEX main." + quoted(name), "DROP INDEX IF EXISTS main." + quoted(name + kNullKeys)};
 }
 
 std::string createTableSql(const Object& table) {
@@ -79,7 +103,8 @@ std::vector<std::string> tableSql(const Object& table) {
     for (const IndexInfo& index : table.indexes) {
         // The identity column is the row id: a key on it alone needs no index.
         const bool rowId = identity && index.columns.size() == 1 && equalsNoCase(index.columns[0].name, identity->name);
-        if (!rowId) list.push_back(createIndexSql(table, index));
+        if (rowId) continue;
+        for (std::string& sql : createIndexSql(table, index)) list.push_back(std::move(sql));
     }
     if (identity && identity->plainIdentity() && identity->seed != 1) {
         list.push_back("INSERT INTO " + std::string(table.temporary ? "temp" : "main") +

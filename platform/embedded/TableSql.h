@@ -13,7 +13,9 @@ namespace kv::tsql {
 std::vector<std::string> tableSql(const Object& table);
 /// The CREATE TABLE alone, as sqlite_schema keeps it.
 std::string createTableSql(const Object& table);
-std::string createIndexSql(const Object& table, const IndexInfo& index);
+/// CREATE INDEX; for a unique key over columns that may be NULL a second one, since to SQLite no NULL equals another.
+std::vector<std::string> createIndexSql(const Object& table, const IndexInfo& index);
+std::vector<std::string> dropIndexSql(const Object& table, const IndexInfo& index);
 std::string indexPhysicalName(const Object& table, const IndexInfo& index);
 
 }  // namespace kv::tsql

@@ -37,6 +37,20 @@ TEST(Schema, ConstraintErrorsNameWhatWasViolated) {
     EXPECT_EQ(db.ask("SELECT COUNT(*) FROM t"), "1");
 }
 
+TEST(Schema, AUniqueKeyTakesOneNull) {
+    Engine db;
+    db.run("CREATE TABLE one (a int NULL UNIQUE) INSERT one VALUES (NULL), (1)");
+    EXPECT_EQ(db.errors("INSERT one VALUES (NULL)"), "2627");
+    db.run(
+        "CREATE TABLE two (a int NULL, b varchar(5) NULL, CONSTRAINT UQ UNIQUE (a, b)) INSERT two VALUES (1, NULL), "
+        "(2, NULL), (NULL, 'x'), (NULL, NULL)");
+    EXPECT_EQ(db.errors("INSERT two VALUES (2, NULL)"), "2627");
+    EXPECT_EQ(db.errors("INSERT two VALUES (NULL, 'X ')"), "2627");
+    EXPECT_EQ(db.errors("INSERT two VALUES (NULL, NULL)"), "2627");
+    db.run("ALTER TABLE two DROP CONSTRAINT UQ INSERT two VALUES (NULL, NULL)");
+    EXPECT_EQ(db.errors("ALTER TABLE two ADD CONSTRAINT UQ UNIQUE (a, b)"), "1505");
+}
+
 TEST(Schema, DefinitionsThatCannotBe) {
     Engine db;
     db.run("CREATE TABLE p (code varchar(5), n int)");

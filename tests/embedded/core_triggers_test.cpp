@@ -88,6 +88,19 @@ TEST_F(Triggers, DoNotFireThemselvesAndKeepIdentityAndRowCount) {
     EXPECT_EQ(db.ask("SELECT period, amount FROM t ORDER BY id SELECT id, x FROM log"), "a|1.00,own|1.00;100|1");
 }
 
+TEST_F(Triggers, TheirTemporaryTablesSurviveAFailure) {
+    db.run(
+        "CREATE TRIGGER tr ON t AFTER INSERT AS BEGIN DECLARE @v TABLE (p varchar(6)) CREATE TABLE #w (p varchar(6)) "
+        "INSERT @v SELECT period FROM inserted INSERT #w SELECT p FROM @v "
+        "IF EXISTS (SELECT 1 FROM #w WHERE p = 'bad') THROW 50010, 'bad', 1 INSERT seen SELECT p, 1, 0 FROM #w END");
+    for (int round = 0; round < 3; ++round) {
+        EXPECT_EQ(db.errors("INSERT t(period) VALUES ('bad')"), "50010");
+        EXPECT_EQ(db.errors("BEGIN TRAN INSERT t(period) VALUES ('good') INSERT t(period) VALUES ('bad') COMMIT"),
+                  "50010");
+        EXPECT_EQ(db.ask("INSERT t(period) VALUES ('good') SELECT what FROM seen DELETE seen"), "good");
+    }
+}
+
 TEST_F(Triggers, GoWithTheirTable) {
     guard();
     db.run("DROP TABLE t");
