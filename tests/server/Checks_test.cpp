@@ -47,7 +47,7 @@ TEST_F(Checks, EachFindsItsFault) {
         {"batch-balances", "", "UPDATE ARDT SET Debit = 54 WHERE SeqNo = 1"},
         {"daily-tables", "", "DELETE FROM tbDailyCharges WHERE Code = '1101'"},
         {"departments-named", "tr_JVDT_Closed ON dbo.JVDT", "UPDATE JVDT SET Dept = '' WHERE Code = '6101'"},
-        {"header-without-lines", "", "UPDATE AR SET Debits = 1"},
+        {"header-totals", "", "UPDATE AR SET Debits = 1"},
         {"ledger-balances", "", "UPDATE GL SET Debit = 81 WHERE Code = '6101'"},
         {"ledger-equals-books", "tr_JVDT_Closed ON dbo.JVDT", "UPDATE JVDT SET Debit = 81 WHERE Code = '6101'"},
         {"line-period", "", "UPDATE ARDT SET Period = '202404'"},
