@@ -23,18 +23,21 @@ std::unique_ptr<Form> make(Session& session) {
 }  // namespace
 
 void registerScreens(Screens& screens) {
-    // clang-format off
-    screens.add({"frmCenter",         "core",   "Home",                    "",                                        "",   make<frmCenter>});
-    screens.add({"frmChecklistBatch", "ledger", "Post Batches",            "Batch Entries > Post Batches",            "",   make<frmChecklistBatch>});
-    screens.add({"frmEntPeriod",      "ledger", "Period",                  "Batch Entries > Close Period",            "",   make<frmEntPeriod>});
-    screens.add({"frmGL",             "ledger", "General Ledger",          "Books > General Ledger",                  "GL", make<frmGL>});
-    screens.add({"frmGeneral",        "ledger", "Journal Vouchers, Accounts Receivable, Cash Receipts", "Books",      "",   make<frmGeneral>});
-    screens.add({"frmJournEntry",     "ledger", "Journal Entry",           "Batch Entries > Enter/Edit Batch > New",  "",   make<frmJournEntry>});
-    screens.add({"frmListBatch",      "ledger", "List of Vouchers",        "Batch Entries > Enter/Edit Batch",        "",   make<frmListBatch>});
-    screens.add({"frmMain",           "core",   "Main Shell",              "",                                        "",   make<frmMain>});
-    screens.add({"frmPassword",       "core",   "Password",                "File > Program Settings",                 "",   make<frmPassword>});
-    screens.add({"frmUserSettings",   "core",   "User Settings Maintenance", "File > User Settings",                  "",   make<frmUserSettings>});
-    // clang-format on
+    screens.add({"frmCenter", "core", "Home", "", "", make<frmCenter>});
+    screens.add(
+        {"frmChecklistBatch", "ledger", "Post Batches", "Batch Entries > Post Batches", "", make<frmChecklistBatch>});
+    screens.add({"frmEntPeriod", "ledger", "Period", "Batch Entries > Close Period", "", make<frmEntPeriod>});
+    screens.add({"frmGL", "ledger", "General Ledger", "Books > General Ledger", "GL", make<frmGL>});
+    screens.add({"frmGeneral", "ledger", "Journal Vouchers, Accounts Receivable, Cash Receipts", "Books", "",
+                 make<frmGeneral>});
+    screens.add({"frmJournEntry", "ledger", "Journal Entry", "Batch Entries > Enter/Edit Batch > New", "",
+                 make<frmJournEntry>});
+    screens.add(
+        {"frmListBatch", "ledger", "List of Vouchers", "Batch Entries > Enter/Edit Batch", "", make<frmListBatch>});
+    screens.add({"frmMain", "core", "Main Shell", "", "", make<frmMain>});
+    screens.add({"frmPassword", "core", "Password", "File > Program Settings", "", make<frmPassword>});
+    screens.add(
+        {"frmUserSettings", "core", "User Settings Maintenance", "File > User Settings", "", make<frmUserSettings>});
 }
 
 }  // namespace kv

@@ -14,11 +14,13 @@ namespace {
 
 constexpr const char* kUsage =
     "usage: sqlconsole [--data FILE | --source odbc:DSN] [--database NAME] [--csv] < batches.sql\n"
+    "       sqlconsole --data FILE --backup COPY\n"
     "\n"
     "  --data FILE         the embedded database in FILE; a missing file starts empty\n"
     "  --source odbc:DSN   a SQL Server by the name of its data source, or odbc:Driver=...;Server=...\n"
     "  --database NAME     the database to start in (ACCOUNTING)\n"
     "  --csv               comma-separated result sets, the only format\n"
+    "  --backup COPY       copies the embedded database while it is in use, reads the copy back, and ends\n"
     "\n"
     "A line with GO ends a batch. Without --data and --source the database is a private one in memory.\n"
     "Errors go to standard error; after one the next batch runs in the same session. Exit status 1 if there was any.\n";
@@ -29,6 +31,7 @@ struct Arguments {
     std::string file = ":memory:";
     std::string source;
     std::string database = "ACCOUNTING";
+    std::string backup;
     bool good = true;
 };
 
@@ -37,13 +40,14 @@ Arguments parseArguments(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {
         const std::string option = argv[i];
         if (option == "--csv") continue;
-        const bool known = option == "--data" || option == "--source" || option == "--database";
+        const bool known = option == "--data" || option == "--source" || option == "--database" || option == "--backup";
         if (!known || i + 1 >= argc) {
             arguments.good = false;
             return arguments;
         }
         (option == "--data"     ? arguments.file
          : option == "--source" ? arguments.source
+         : option == "--backup" ? arguments.backup
                                 : arguments.database) = argv[++i];
     }
     arguments.good = arguments.source.empty() || kv::startsNoCase(arguments.source, "odbc:");
@@ -55,6 +59,7 @@ std::unique_ptr<kv::Connection> connect(const Arguments& arguments) {
         kv::EmbeddedOptions options;
         options.file = arguments.file;
         options.defaultDatabase = arguments.database;
+        options.create = arguments.backup.empty();
         return kv::openEmbedded(options);
     }
     kv::OdbcOptions options;
@@ -90,6 +95,17 @@ bool runScript(kv::Connection& connection, const std::string& script) {
     return good;
 }
 
+int backUp(kv::Connection& connection, const std::string& copy) {
+    kv::EmbeddedServices* services = kv::embeddedOf(connection);
+    if (!services) {
+        std::cerr << "A SQL Server is backed up by its own means.\n";
+        return 2;
+    }
+    services->backupTo(copy);
+    std::cout << "Copied and verified: " << copy << '\n';
+    return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -101,6 +117,7 @@ int main(int argc, char** argv) {
     }
     try {
         const auto connection = connect(arguments);
+        if (!arguments.backup.empty()) return backUp(*connection, arguments.backup);
         const std::string script((std::istreambuf_iterator<char>(std::cin)), {});
         return runScript(*connection, script) ? 0 : 1;
     } catch (const kv::Error& e) {
