@@ -115,6 +115,11 @@ private:
         std::string name;
         const Expr* expr = nullptr;
     };
+    /// A query of APPLY in work: columns from outside of it become its parameters, slots of kCaptured.
+    struct Lateral {
+        Scope* outside = nullptr;
+        std::size_t ctes = 0;  ///< those before belong to the statement around it
+    };
     struct InlineCall {
         std::map<std::string, Em> arguments;
     };
@@ -175,6 +180,9 @@ private:
     std::string functionRef(const FunctionRef& ref, Scope& scope, bool lateral, bool outerApply);
     std::string inlineFunction(const ObjectPtr& function, const FunctionRef& ref, Scope& scope);
     std::string derivedRef(const DerivedRef& ref, Scope& scope);
+    std::string lateralRef(const DerivedRef& ref, Scope& scope, bool outerApply);
+    static constexpr int kCaptured = -1;  ///< index of a slot whose `where` is a column outside of APPLY
+    Em captured(const ColumnExpr& expr, Em em);
     std::string valuesRef(const ValuesRef& ref, Scope& scope);
     std::string systemView(const ObjectName& name, const std::string& alias, Scope& scope);
     void addDerived(Scope& scope, const AliasedRef& ref, const std::string& sqlAlias,
@@ -229,6 +237,7 @@ private:
     Scope* scope_ = nullptr;  ///< where the expression in work stands
     std::vector<CteEntry> ctes_;
     std::vector<InlineCall> inlineCalls_;
+    std::vector<Lateral> laterals_;
     std::vector<std::string> liveVariables_;  ///< variables that the running SELECT sets while it reads them
     int inline_ = 0;                          ///< above 0: literals stand in the text
     int conditional_ = 0;                     ///< inside CASE: nothing may fail before its branch is chosen

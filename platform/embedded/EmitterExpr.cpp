@@ -148,10 +148,32 @@ Em Emitter::column(const ColumnExpr& expr) {
     em.collated = found.column->collated;
     em.nullable = found.column->nullable;
     em.identity = found.column->identity;
+    if (!laterals_.empty()) {
+        for (const Scope* s = laterals_.back().outside; s; s = s->outer) {
+            if (s == found.scope) return captured(expr, std::move(em));
+        }
+    }
     Grouping& grouping = found.scope->grouping;
     if (grouping.active && grouping.aggregateDepth == 0 && !grouping.isKey(em.sql)) {
         grouping.loose.push_back(found.source->alias + "." + found.column->name);
     }
+    return em;
+}
+
+/// A column from outside of a query of APPLY: a parameter, for which the row on the left gives the value.
+Em Emitter::captured(const ColumnExpr& expr, Em em) {
+    if (laterals_.size() > 1) throw refuse("APPLY inside APPLY with columns from outside", expr.pos);
+    std::size_t at = 0;
+    while (at < plan_.slots.size() && (plan_.slots[at].index != kCaptured || plan_.slots[at].where != em.sql)) ++at;
+    if (at == plan_.slots.size()) {
+        Slot slot;
+        slot.index = kCaptured;
+        slot.where = em.sql;
+        addSlot(std::move(slot));
+    }
+    em.sql = "?" + std::to_string(at + 1);
+    em.column = false;
+    em.collated = !em.type.isText();
     return em;
 }
 

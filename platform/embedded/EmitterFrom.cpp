@@ -2,6 +2,7 @@
 
 #include "platform/base/Text.h"
 #include "platform/embedded/Emitter.h"
+#include "platform/embedded/Lateral.h"
 #include "platform/embedded/SystemViews.h"
 
 namespace kv::tsql {
@@ -94,8 +95,11 @@ std::string Emitter::joinRef(const JoinRef& join, Scope& scope, bool nested) {
     const std::size_t first = scope.sources.size();
     std::string sql = ref(*join.left, scope, nested);
     if (join.join == JoinKind::CrossApply || join.join == JoinKind::OuterApply) {
+        const bool keepsRow = join.join == JoinKind::OuterApply;
+        if (const auto* derived = as<DerivedRef>(join.right.get()))
+            return sql + joinText(join.join) + lateralRef(*derived, scope, keepsRow);
         const auto* function = as<FunctionRef>(join.right.get());
-        if (!function) throw refuse("APPLY of a query", join.right->pos);
+        if (!function) throw refuse("APPLY of a table or of VALUES", join.right->pos);
         return sql + joinText(join.join) + functionRef(*function, scope, true, join.join == JoinKind::OuterApply);
     }
     const std::size_t second = scope.sources.size();
@@ -161,6 +165,8 @@ std::string Emitter::namedRef(const NamedRef& ref, Scope& scope, bool nested) {
     if (bare) {
         for (auto entry = ctes_.rbegin(); entry != ctes_.rend(); ++entry) {
             if (!equalsNoCase(entry->name, name.name)) continue;
+            if (!laterals_.empty() && ctes_.rend() - entry <= static_cast<long>(laterals_.back().ctes))
+                throw refuse("a common table expression from outside of APPLY", name.pos);
             Source source;
             source.alias = alias;
             source.sqlAlias = newAlias("s");
@@ -236,6 +242,39 @@ std::string Emitter::derivedRef(const DerivedRef& ref, Scope& scope) {
     const std::string alias = newAlias("s");
     addDerived(scope, ref, alias, out.columns);
     return "(" + out.sql + ") AS " + alias;
+}
+
+/// APPLY of a query. SQLite has no lateral queries: a virtual table runs the query's text for each row on the left,
+/// and what the query takes from outside are its arguments.
+std::string Emitter::lateralRef(const DerivedRef& ref, Scope& scope, bool outerApply) {
+    Wish wish;
+    wish.subquery = true;
+    Lateral lateral;
+    lateral.outside = &scope;
+    lateral.ctes = ctes_.size();
+    laterals_.push_back(std::move(lateral));
+    std::vector<Slot> slots;
+    std::swap(plan_.slots, slots);
+    ++inline_;
+    const QueryOut out = queryIn(*ref.query, &scope, wish);
+    --inline_;
+    std::swap(plan_.slots, slots);
+    laterals_.pop_back();
+    if (out.columns.size() > kLateralColumnsMax || slots.size() > kLateralArgumentsMax)
+        throw refuse("APPLY of a query with so many columns", ref.pos);
+    callsUser_ = true;
+    std::string args = quotedText(out.sql);
+    for (Slot& slot : slots) {
+        args += ", ";
+        args += slot.index == kCaptured ? slot.where : "?" + std::to_string(addSlot(std::move(slot)) + 1);
+    }
+    const std::string alias = newAlias("s");
+    addDerived(scope, ref, alias, out.columns);
+    for (SourceColumn& column : scope.sources.back().columns) {
+        column.collated = !column.type.isText();
+        column.nullable = column.nullable || outerApply;
+    }
+    return "kv_lateral(" + args + ") AS " + alias + (outerApply ? " ON 1" : "");
 }
 
 std::string Emitter::valuesRef(const ValuesRef& ref, Scope& scope) {

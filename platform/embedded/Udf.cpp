@@ -4,6 +4,7 @@
 
 #include "platform/base/Date.h"
 #include "platform/embedded/DateTime.h"
+#include "platform/embedded/Lateral.h"
 
 namespace kv::tsql {
 
@@ -59,6 +60,7 @@ void registerFunctions(sqlite3* db, FunctionContext& context) {
     }
     registerAggregates(db, context);
     registerCollation(db);
+    registerLateral(db, context);
 }
 
 }  // namespace kv::tsql
