@@ -7,7 +7,7 @@
 namespace kv {
 namespace {
 
-constexpr int kMonthsShown = 12;
+constexpr int kMonthsShown = 9;
 
 }  // namespace
 

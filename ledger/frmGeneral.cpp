@@ -37,11 +37,12 @@ frmGeneral::frmGeneral(Session& session)
     mnuEnter_5.onClick = [this] { Unload(); };
     mnuPost.onClick = [this] { mnuPost_Click(); };
     mnuUnpost.onClick = [this] { mnuUnpost_Click(); };
-    lvwBatches.setColumns({{"Batch", 16},
+    lvwBatches.setColumns({{"Batch", 12},
                            {"Date", 12},
                            {"Particulars", 48, Align::Left, true},
                            {"Amount", 16, Align::Right},
-                           {"State", 12}});
+                           {"State", 12},
+                           {"Printed No.", 16}});
     lvwBatches.setHelp("Enter opens a batch; Ctrl+E lists what can be edited.");
     lvwBatches.onDblClick = [this](int) { OpenBatch(); };
     setMenu({{"&Batch Entries",
@@ -85,7 +86,7 @@ void frmGeneral::LoadBatches() {
         if (!cancelled) total += rows["Total"].money();
         const Value& day = rows["BatchDate"];
         ListView::Item item{batchKey(rows["Batch"].text()),
-                            {rows["DisplayBatch"].text(), day.isNull() ? "" : Format(day.date(), "yyyy-MM-dd"),
+                            {rows["Batch"].text(), day.isNull() ? "" : Format(day.date(), "yyyy-MM-dd"),
                              rows["Particular"].text(), Format(rows["Total"].money(), "#,##0.00"),
                              cancelled                  ? "cancelled"
                              : rows["Posted"].boolean() ? "posted"

@@ -9,7 +9,7 @@ namespace kv {
 frmListBatch::frmListBatch(Session& session) : Form("frmListBatch", "List of Vouchers"), session_(session) {
     txtSearch.placeholder("Type to narrow the list");
     txtSearch.onChange = [this] { lvwList.filter(txtSearch.text()); };
-    lvwList.setColumns({{"Batch", 16}, {"Date", 12}, {"Particulars", 60, Align::Left, true}});
+    lvwList.setColumns({{"Number", 16}, {"Date", 12}, {"Particulars", 60, Align::Left, true}, {"Batch", 10}});
     lvwList.rows(16);
     lvwList.setHelp("Enter opens the batch. Type in the box above to narrow the list.");
     lvwList.onDblClick = [this](int) { cmdEdit_Click(); };
@@ -38,7 +38,7 @@ void frmListBatch::LoadList() {
         const Value& day = rows["BATCHDATE"];
         items.push_back({batchKey(rows["BATCH"].text()),
                          {rows["DisplayBatch"].text(), day.isNull() ? "" : Format(day.date(), "yyyy-MM-dd"),
-                          rows["PARTICULAR"].text()}});
+                          rows["PARTICULAR"].text(), rows["BATCH"].text()}});
     }
     const bool any = !items.empty();
     lvwList.setItems(std::move(items));
