@@ -176,6 +176,7 @@ private:
         if (at_ >= end_)
             throw sqlErrorAt(static_cast<int>(pos.line), 105, {std::string_view(start + 1, end_ - start - 1)});
         ++at_;
+        if (at_ - start == 2) throw sqlErrorAt(static_cast<int>(pos.line), 1038);
         checkLength(start);
         push(TokenKind::Quoted, start, pos);
         keyText(start);

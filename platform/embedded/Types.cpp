@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 
 #include "platform/embedded/SqlError.h"
 
@@ -138,6 +139,14 @@ Type decimalResult(char op, const Type& left, const Type& right) {
     }
     if (op == '%') return fitted(std::max(1, std::min(wholeA, wholeB) + scaleMax), scaleMax, 0);
     return fitted(std::max(wholeA, wholeB) + scaleMax + 1, scaleMax, 0);
+}
+
+/// The double that prints as the real does: 0.1, not 0.10000000149011612.
+double shownReal(double value) {
+    std::array<char, 32> text{};
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), static_cast<float>(value)).ptr;
+    std::from_chars(text.data(), end, value);
+    return value;
 }
 
 std::string_view operatorName(char op) {
@@ -408,6 +417,7 @@ Value clientValue(const Datum& datum, const Type& type) {
         if (auto date = Date::fromIso(datum.text)) return Value(*date);
     }
     if (datum.storage == Storage::Integer) return Value(datum.integer);
+    if (type.kind == Kind::Real) return Value(shownReal(datum.real));
     if (datum.storage == Storage::Real) return Value(datum.real);
     if (datum.storage == Storage::Blob) {
         std::string hex = "0x";

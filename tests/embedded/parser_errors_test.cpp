@@ -41,6 +41,8 @@ const Wrong kWrong[] = {
     // texts that do not end
     {"select 1\nselect 'abc\nd", 105, 2, "after the character string 'abc\nd'"},
     {"select [abc", 105, 1, "'abc'"},
+    {"select 1\nfrom []", 1038, 2, "missing or empty"},
+    {"exec \"\" 1", 1038, 1, "missing or empty"},
     {"select 1 /* a\n/* b */", 113, 1, "Missing end comment mark"},
     // conditions and values
     {"select a from t where a", 4145, 1, "near 'a'"},
