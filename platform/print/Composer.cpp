@@ -336,6 +336,8 @@ double Composer::totalsRow(PageBlock& block, const Expression& label, const RowC
             column.format.empty() && column.style >= 0 ? style(column.style).format : column.format;
         Drawn it = drawn(totals[c].evaluate(context), format, look, column.align, true);
         if (column.align == TextAlign::Auto) it.align = TextAlign::Right;
+        // a sum between its rules is never left empty, also where zero shows nothing in the rows
+        if (it.number && it.text.empty()) it.text = "\xE2\x80\x93";
         fit(it, cell.width);
         rule(block, look.above, band, cell.x, y, cell.width, look.color);
         put(block, it, look.color, band, cell.x, y + pad, cell.width, line);
