@@ -39,7 +39,7 @@ std::vector<Form*>& Form::Impl::modals() {
     return forms;
 }
 
-Form::Form(std::string name, std::string caption, Window window)
+Form::Form(std::string name, const std::string& caption, Window window)
     : name_(std::move(name)), impl_(std::make_unique<Impl>(*this, window)) {
     impl_->makeWindow();
     widget_->setObjectName(qs(name_));

@@ -23,7 +23,7 @@ public:
     /// What kind of window the form is.
     enum class Window { Dialog, Child, Shell };
 
-    Form(std::string name, std::string caption, Window window = Window::Dialog);
+    Form(std::string name, const std::string& caption, Window window = Window::Dialog);
     Form(const Form&) = delete;
     Form& operator=(const Form&) = delete;
     virtual ~Form();
@@ -92,7 +92,7 @@ protected:
     /// A child that fills the shell's middle while no other child is open. It never becomes active().
     void setHome();
     /// Keys of the whole form, e.g. "F2", "Ctrl+S".
-    void shortcut(std::string keys, std::string procedure, std::function<void()> body);
+    void shortcut(const std::string& keys, std::string procedure, std::function<void()> body);
 
 private:
     friend class Control;

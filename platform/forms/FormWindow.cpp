@@ -1,5 +1,6 @@
 // The window of a form: made, sized and placed, inside the shell or by itself; its menus, toolbar and shortcuts.
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QLabel>
 #include <QMenu>
@@ -91,7 +92,7 @@ void Form::setStatusBar(StatusBar& bar) {
         impl_->outer->addWidget(box);
 }
 
-void Form::shortcut(std::string keys, std::string procedure, std::function<void()> body) {
+void Form::shortcut(const std::string& keys, std::string procedure, std::function<void()> body) {
     const QKeySequence sequence(qs(keys));
     impl_->bindings.push_back({sequence, procedure, body});
     auto* key = new QShortcut(sequence, widget_);

@@ -143,6 +143,8 @@ const Case kCases[] = {
     {"refused twice", Handler::Refuses, twice, 2, "txtA"},
 };
 
+void PrintTo(const Case& one, std::ostream* out) { *out << one.name; }
+
 class Validate : public testing::Test {
 protected:
     Validate() {
