@@ -1,65 +1,37 @@
 #include "platform/forms/Grid.h"
 
-#include <QApplication>
 #include <QHeaderView>
 
-#include "platform/base/Text.h"
 #include "platform/forms/GridView.h"
-#include "platform/forms/Internal.h"
+#include "platform/forms/WidthMemory.h"
 
 namespace kv {
 
 struct Grid::Impl {
-    GridView* view;
-    std::string memory;  ///< key of the remembered widths
-    bool arranging = false;
+    GridView* view = nullptr;
+    WidthMemory* memory = nullptr;
 
     void arrange();
-    std::vector<int> rememberedWidths(std::size_t count) const;
-    void rememberWidths() const;
+    void setWidth(int col, int width_px) {
+        view->setColumnHidden(col, width_px <= 0);
+        if (width_px > 0) view->setColumnWidth(col, memory->width(col, width_px));
+    }
 };
 
 void Grid::Impl::arrange() {
-    arranging = true;
-    QHeaderView* head = view->horizontalHeader();
-    const int count = view->model().columnCount();
-    const std::vector<int> known = rememberedWidths(static_cast<std::size_t>(count));
-    for (int col = 0; col < count; ++col) {
-        const GridColumn& column = view->model().column(col);
-        head->setSectionResizeMode(col, column.stretch ? QHeaderView::Stretch : QHeaderView::Interactive);
-        view->setColumnHidden(col, column.width_px <= 0);
-        if (column.width_px > 0) view->setColumnWidth(col, known.empty() ? column.width_px : known[size_t(col)]);
-    }
-    arranging = false;
-}
-
-std::vector<int> Grid::Impl::rememberedWidths(std::size_t count) const {
-    std::vector<int> widths;
-    for (const std::string& part : split(remembered(memory), ',')) {
-        const double width = numberOf(part);
-        if (width < 1 || width > 5000) return {};
-        widths.push_back(static_cast<int>(width));
-    }
-    return widths.size() == count ? widths : std::vector<int>{};
-}
-
-void Grid::Impl::rememberWidths() const {
-    std::vector<std::string> widths;
     for (int col = 0; col < view->model().columnCount(); ++col) {
-        widths.push_back(std::to_string(view->isColumnHidden(col) ? 1 : view->columnWidth(col)));
+        const GridColumn& column = view->model().column(col);
+        view->horizontalHeader()->setSectionResizeMode(
+            col, column.stretch ? QHeaderView::Stretch : QHeaderView::Interactive);
+        setWidth(col, column.width_px);
     }
-    remember(memory, join(widths, ","));
 }
 
 Grid::Grid(Form& form, std::string name) : Control(form, std::move(name)), impl_(std::make_unique<Impl>()) {
     auto run = [this](std::string_view event, const std::function<void()>& body) { guard(event, body); };
     impl_->view = new GridView(*this, run);
-    impl_->memory = form.name() + "." + this->name() + ".columns";
+    impl_->memory = new WidthMemory(*impl_->view, form.name() + "." + this->name());
     adopt(impl_->view);
-    QObject::connect(impl_->view->horizontalHeader(), &QHeaderView::sectionResized, impl_->view, [this] {
-        const bool byUser = !impl_->arranging && (QApplication::mouseButtons() & Qt::LeftButton);
-        if (byUser) impl_->rememberWidths();
-    });
 }
 
 Grid::~Grid() { impl_->view->release(); }
@@ -118,10 +90,7 @@ void Grid::setRowBackColor(int row, unsigned rgb) {
 
 int Grid::columnWidth(int col) const { return impl_->view->isColumnHidden(col) ? 0 : impl_->view->columnWidth(col); }
 
-void Grid::setColumnWidth(int col, int width_px) {
-    impl_->view->setColumnHidden(col, width_px <= 0);
-    if (width_px > 0) impl_->view->setColumnWidth(col, width_px);
-}
+void Grid::setColumnWidth(int col, int width_px) { impl_->setWidth(col, width_px); }
 
 void Grid::setStretchColumn(int col) {
     impl_->view->horizontalHeader()->setSectionResizeMode(col, QHeaderView::Stretch);

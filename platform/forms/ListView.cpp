@@ -1,10 +1,9 @@
-#include <QApplication>
 #include <QHeaderView>
 
-#include "platform/base/Text.h"
 #include "platform/forms/Internal.h"
 #include "platform/forms/ListTable.h"
 #include "platform/forms/Lists.h"
+#include "platform/forms/WidthMemory.h"
 
 namespace kv {
 
@@ -16,14 +15,12 @@ struct ListView::Impl {
     ListTable* table = nullptr;
     int sorted = -1;
     bool descending = false;
-    bool arranging = false;
+    WidthMemory* memory = nullptr;
 
-    std::string memoryKey() const { return owner.form().name() + "." + owner.name() + ".columns"; }
     void listen();
     void arrange();
     int fillingColumn() const;
     void headingClicked(int column);
-    void rememberWidths() const;
     void sort(int column, bool down);
 };
 
@@ -40,15 +37,10 @@ void ListView::Impl::listen() {
     };
     QHeaderView* head = table->horizontalHeader();
     QObject::connect(head, &QHeaderView::sectionClicked, table, [this](int column) { headingClicked(column); });
-    QObject::connect(head, &QHeaderView::sectionResized, table, [this] {
-        if (!arranging && (QApplication::mouseButtons() & Qt::LeftButton)) rememberWidths();
-    });
 }
 
 void ListView::Impl::arrange() {
-    arranging = true;
     QHeaderView* head = table->horizontalHeader();
-    const std::vector<std::string> known = split(remembered(memoryKey()), ',');
     const auto count = static_cast<std::size_t>(rows.columnCount());
     const int filling = fillingColumn();
     for (std::size_t i = 0; i < count; ++i) {
@@ -58,11 +50,9 @@ void ListView::Impl::arrange() {
                                    spec.stretch || column == filling ? QHeaderView::Stretch : QHeaderView::Interactive);
         table->setColumnHidden(column, spec.width_chars <= 0);
         if (spec.width_chars <= 0) continue;
-        const double kept = known.size() == count ? numberOf(known[i]) : 0;
         const int asked = charsWidth(table, spec.width_chars) + 12 + (i == 0 && table->checks ? 22 : 0);
-        table->setColumnWidth(column, kept >= 16 && kept < 5000 ? static_cast<int>(kept) : asked);
+        table->setColumnWidth(column, memory->width(column, asked));
     }
-    arranging = false;
 }
 
 /// Where no column was named to take the room that is left, the widest one of texts does; -1 where one was.
@@ -76,14 +66,6 @@ int ListView::Impl::fillingColumn() const {
         if (spec.align == Align::Left && wider) widest = i;
     }
     return widest;
-}
-
-void ListView::Impl::rememberWidths() const {
-    std::vector<std::string> widths;
-    for (int column = 0; column < rows.columnCount(); ++column) {
-        widths.push_back(std::to_string(table->columnWidth(column)));
-    }
-    remember(memoryKey(), join(widths, ","));
 }
 
 void ListView::Impl::sort(int column, bool down) {
@@ -104,6 +86,7 @@ void ListView::Impl::headingClicked(int column) {
 ListView::ListView(Form& form, std::string name)
     : Control(form, std::move(name)), impl_(std::make_unique<Impl>(*this)) {
     impl_->table = new ListTable(impl_->rows);
+    impl_->memory = new WidthMemory(*impl_->table, form.name() + "." + this->name());
     impl_->listen();
     adopt(impl_->table);
 }

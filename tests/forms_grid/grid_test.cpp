@@ -2,12 +2,14 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QHeaderView>
+#include <QMouseEvent>
 #include <QTest>
 #include <algorithm>
 #include <cstdio>
 
 #include "platform/base/Text.h"
-#include "platform/forms/FormImpl.h"
+#include "platform/forms/Application.h"
 #include "platform/forms/GridView.h"
 #include "platform/forms/Internal.h"
 #include "tests/forms_grid/PlayForms.h"
@@ -323,6 +325,30 @@ TEST_F(GridTest, TheEditorFollowsTheScrollBars) {
     const int after = form.view().editor()->mapTo(form.view().viewport(), QPoint()).y();
     EXPECT_LT(after, before - 5 * form.grd.cellHeight());
     EXPECT_EQ(form.grd.rowY(13), form.grd.rowY(12) + form.grd.cellHeight());
+}
+
+TEST_F(GridTest, WidthsThatTheUserGivesAreKept) {
+    const std::string memory = testing::TempDir() + "widths.txt";
+    std::remove(memory.c_str());
+    setMemoryFile(memory);
+    QHeaderView* head = form.view().horizontalHeader();
+    const QPoint edge(head->sectionViewportPosition(1) + head->sectionSize(1) - 1, 10);
+    QTest::mousePress(head->viewport(), Qt::LeftButton, {}, edge);
+    QMouseEvent drag(QEvent::MouseMove, edge + QPoint(25, 0), head->viewport()->mapToGlobal(edge + QPoint(25, 0)),
+                     Qt::LeftButton, Qt::LeftButton, {});
+    QApplication::sendEvent(head->viewport(), &drag);
+    QTest::mouseRelease(head->viewport(), Qt::LeftButton, {}, edge + QPoint(25, 0));
+    EXPECT_EQ(form.grd.columnWidth(1), 125);
+    setMemoryFile(memory);  // as at the next start
+    frmGrid again;
+    EXPECT_EQ(again.grd.columnWidth(1), 125);
+    again.grd.setColumnWidth(1, 90);
+    EXPECT_EQ(again.grd.columnWidth(1), 125) << "the user's wish stands above the form's own";
+    again.grd.setColumnWidth(1, 0);
+    EXPECT_EQ(again.grd.columnWidth(1), 0);
+    again.grd.setColumns({{"Only", 70}});
+    EXPECT_EQ(again.grd.columnWidth(0), 70) << "what is remembered of other columns does not fit";
+    setMemoryFile({});
 }
 
 TEST_F(GridTest, MovesWithinEightMilliseconds) {
