@@ -18,14 +18,15 @@ CREATE TABLE kv_column(object INTEGER NOT NULL, position INTEGER NOT NULL, name 
   precision INTEGER NOT NULL, scale INTEGER NOT NULL, length INTEGER NOT NULL, nullable INTEGER NOT NULL,
   is_identity INTEGER NOT NULL, seed INTEGER NOT NULL, step INTEGER NOT NULL, default_text TEXT NOT NULL,
   default_name TEXT NOT NULL, PRIMARY KEY(object, position)) STRICT;
-CREATE TABLE kv_index(object INTEGER NOT NULL, position INTEGER NOT NULL, name TEXT NOT NULL, is_primary INTEGER NOT NULL,
-  is_constraint INTEGER NOT NULL, is_unique INTEGER NOT NULL, columns TEXT NOT NULL, included TEXT NOT NULL,
-  filter TEXT NOT NULL, PRIMARY KEY(object, position)) STRICT;
+CREATE TABLE kv_index(object INTEGER NOT NULL, position INTEGER NOT NULL, name TEXT NOT NULL,
+  is_primary INTEGER NOT NULL, is_constraint INTEGER NOT NULL, is_unique INTEGER NOT NULL, columns TEXT NOT NULL,
+  included TEXT NOT NULL, filter TEXT NOT NULL, PRIMARY KEY(object, position)) STRICT;
 CREATE TABLE kv_check(object INTEGER NOT NULL, position INTEGER NOT NULL, name TEXT NOT NULL, text TEXT NOT NULL,
   column_name TEXT NOT NULL, enabled INTEGER NOT NULL, PRIMARY KEY(object, position)) STRICT;
 CREATE TABLE kv_foreign_key(object INTEGER NOT NULL, position INTEGER NOT NULL, name TEXT NOT NULL,
   columns TEXT NOT NULL, ref_db TEXT NOT NULL, ref_table TEXT NOT NULL, ref_columns TEXT NOT NULL,
-  on_delete INTEGER NOT NULL, on_update INTEGER NOT NULL, enabled INTEGER NOT NULL, PRIMARY KEY(object, position)) STRICT;
+  on_delete INTEGER NOT NULL, on_update INTEGER NOT NULL, enabled INTEGER NOT NULL,
+  PRIMARY KEY(object, position)) STRICT;
 CREATE TABLE kv_identity(object INTEGER PRIMARY KEY, last INTEGER NOT NULL) STRICT;
 INSERT INTO kv_meta VALUES('format','1'),('collation','1'),('version','1');
 )";

@@ -118,7 +118,7 @@ private:
     bool step(sqlite3_stmt* stmt, const ObjectPtr& target = nullptr, const char* verb = "");
     void select(const SelectStmt& stmt);
     void selectInto(const SelectStmt& stmt, const SelectBody& body);
-    void assign(Plan& plan, const std::vector<std::string>& variables);
+    void assign(Plan& plan, const std::vector<std::size_t>& indexes);
     void insert(const InsertStmt& stmt);
     void insertExec(const InsertStmt& stmt);
     void change(const Stmt& stmt);
@@ -132,12 +132,17 @@ private:
     // InterpTrigger.cpp
     void runWithTriggers(DmlPlan& plan, const char* verb, const std::vector<ObjectPtr>& triggers);
     const Capture& captureOf(const Object& table);
+    std::vector<ObjectPtr> firingOf(const std::vector<ObjectPtr>& triggers, const char* verb);
     void runTrigger(const ObjectPtr& trigger);
 
     // InterpHost.cpp
     void compileList(const StmtList& list);
     void compileOne(const Stmt& stmt);
     void compileStatement(const Stmt& stmt);
+    void compileSelect(const SelectStmt& select);
+    void compileDml(const Stmt& stmt);
+    void compileTable(const Stmt& stmt);
+    void compileControl(const Stmt& stmt);
     void compileExpr(const Expr& expr, bool condition);
     void compileExec(const ExecStmt& stmt);
     void compileModule(const ModuleStmt& stmt);

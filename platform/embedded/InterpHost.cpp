@@ -100,60 +100,53 @@ void Interp::compileExpr(const Expr& expr, bool condition) {
 
 void Interp::prepareOnly(Plan& plan) { plan.release(plan.acquire(session_.db())); }
 
-void Interp::compileStatement(const Stmt& stmt) {
+void Interp::compileSelect(const SelectStmt& select) {
     Plan plan;
     Emitter emitter(*this, frame_->database, frame_->scope, plan);
+    const ObjectName& into = select.query->first().into;
+    Wish wish;
+    wish.mayAssign = true;
+    emitter.query(*select.query, wish);
+    prepareOnly(plan);
+    if (!into.empty() && !(into.isTemporary() && findLocal(into.name))) Ddl(*this).tableOfQuery(into, plan.columns);
+}
+
+void Interp::compileDml(const Stmt& stmt) {
+    DmlPlan dml;
+    Emitter emitter(*this, frame_->database, frame_->scope, dml.main);
+    if (const auto* insert = as<InsertStmt>(&stmt)) {
+        if (insert->exec) {
+            emitter.target(insert->target);
+            return compileOne(*insert->exec);
+        }
+        emitter.insert(*insert, dml);
+    } else if (const auto* update = as<UpdateStmt>(&stmt)) {
+        emitter.update(*update, dml);
+        if (!dml.beforeVariables.empty()) prepareOnly(dml.before);
+    } else {
+        emitter.remove(static_cast<const DeleteStmt&>(stmt), dml);
+    }
+    prepareOnly(dml.main);
+}
+
+/// Tables that the text makes must be there for what follows.
+void Interp::compileTable(const Stmt& stmt) {
+    if (const auto* declare = as<DeclareStmt>(&stmt)) {
+        for (std::size_t i = 0; i < declare->items.size(); ++i) {
+            if (declare->items[i].table) Ddl(*this).declareTable(*declare, i);
+            if (declare->items[i].value) compileExpr(*declare->items[i].value, false);
+        }
+        return;
+    }
+    const ObjectName& name = static_cast<const CreateTableStmt&>(stmt).name;
+    const std::string& database = name.database.empty() ? frame_->database : name.database;
+    const bool known =
+        name.isTemporary() ? findLocal(name.name) != nullptr : catalog().find(database, name.name) != nullptr;
+    if (!known) Ddl(*this).run(stmt);
+}
+
+void Interp::compileControl(const Stmt& stmt) {
     switch (stmt.kind) {
-        case StmtKind::Select: {
-            const auto& select = static_cast<const SelectStmt&>(stmt);
-            const ObjectName& into = select.query->first().into;
-            Wish wish;
-            wish.mayAssign = true;
-            emitter.query(*select.query, wish);
-            prepareOnly(plan);
-            if (!into.empty() && !(into.isTemporary() && findLocal(into.name))) {
-                Ddl(*this).tableOfQuery(into, plan.columns);
-            }
-            break;
-        }
-        case StmtKind::Insert: {
-            const auto& insert = static_cast<const InsertStmt&>(stmt);
-            if (insert.exec) {
-                emitter.target(insert.target);
-                return compileOne(*insert.exec);
-            }
-            DmlPlan dml;
-            Emitter(*this, frame_->database, frame_->scope, dml.main).insert(insert, dml);
-            prepareOnly(dml.main);
-            break;
-        }
-        case StmtKind::Update:
-        case StmtKind::Delete: {
-            DmlPlan dml;
-            Emitter change(*this, frame_->database, frame_->scope, dml.main);
-            if (stmt.kind == StmtKind::Update) {
-                change.update(static_cast<const UpdateStmt&>(stmt), dml);
-                if (!dml.beforeVariables.empty()) prepareOnly(dml.before);
-            } else {
-                change.remove(static_cast<const DeleteStmt&>(stmt), dml);
-            }
-            prepareOnly(dml.main);
-            break;
-        }
-        case StmtKind::Truncate:
-            emitter.target(static_cast<const TruncateStmt&>(stmt).target);
-            break;
-        case StmtKind::Declare: {
-            const auto& declare = static_cast<const DeclareStmt&>(stmt);
-            for (std::size_t i = 0; i < declare.items.size(); ++i) {
-                if (declare.items[i].table) Ddl(*this).declareTable(declare, i);
-                if (declare.items[i].value) compileExpr(*declare.items[i].value, false);
-            }
-            break;
-        }
-        case StmtKind::SetVariable:
-            compileExpr(*static_cast<const SetVariableStmt&>(stmt).value, false);
-            break;
         case StmtKind::If: {
             const auto& branch = static_cast<const IfStmt&>(stmt);
             compileExpr(*branch.condition, true);
@@ -167,21 +160,12 @@ void Interp::compileStatement(const Stmt& stmt) {
             compileOne(*loop.body);
             break;
         }
-        case StmtKind::Block:
-            compileList(static_cast<const BlockStmt&>(stmt).body);
-            break;
         case StmtKind::TryCatch: {
             const auto& block = static_cast<const TryCatchStmt&>(stmt);
             compileList(block.body);
             compileList(block.handler);
             break;
         }
-        case StmtKind::Return:
-            if (const auto& value = static_cast<const ReturnStmt&>(stmt).value) compileExpr(*value, false);
-            break;
-        case StmtKind::Print:
-            compileExpr(*static_cast<const PrintStmt&>(stmt).value, false);
-            break;
         case StmtKind::Throw: {
             const auto& raised = static_cast<const ThrowStmt&>(stmt);
             for (const ExprPtr* part : {&raised.number, &raised.message, &raised.state}) {
@@ -189,27 +173,51 @@ void Interp::compileStatement(const Stmt& stmt) {
             }
             break;
         }
-        case StmtKind::Exec:
-            compileExec(static_cast<const ExecStmt&>(stmt));
-            break;
-        case StmtKind::CreateTable: {
-            const auto& create = static_cast<const CreateTableStmt&>(stmt);
-            const bool known =
-                create.name.isTemporary()
-                    ? findLocal(create.name.name) != nullptr
-                    : catalog().find(create.name.database.empty() ? frame_->database : create.name.database,
-                                     create.name.name) != nullptr;
-            if (!known) Ddl(*this).run(stmt);
+        case StmtKind::RaisError: {
+            const auto& raised = static_cast<const RaisErrorStmt&>(stmt);
+            compileExpr(*raised.message, false);
+            for (const ExprPtr& argument : raised.args) compileExpr(*argument, false);
             break;
         }
+        default:
+            break;
+    }
+}
+
+void Interp::compileStatement(const Stmt& stmt) {
+    switch (stmt.kind) {
+        case StmtKind::Select:
+            return compileSelect(static_cast<const SelectStmt&>(stmt));
+        case StmtKind::Insert:
+        case StmtKind::Update:
+        case StmtKind::Delete:
+            return compileDml(stmt);
+        case StmtKind::Declare:
+        case StmtKind::CreateTable:
+            return compileTable(stmt);
+        case StmtKind::SetVariable:
+            return compileExpr(*static_cast<const SetVariableStmt&>(stmt).value, false);
+        case StmtKind::Print:
+            return compileExpr(*static_cast<const PrintStmt&>(stmt).value, false);
+        case StmtKind::Block:
+            return compileList(static_cast<const BlockStmt&>(stmt).body);
+        case StmtKind::Exec:
+            return compileExec(static_cast<const ExecStmt&>(stmt));
         case StmtKind::CreateView:
         case StmtKind::CreateProcedure:
         case StmtKind::CreateFunction:
         case StmtKind::CreateTrigger:
-            compileModule(static_cast<const ModuleStmt&>(stmt));
-            break;
+            return compileModule(static_cast<const ModuleStmt&>(stmt));
+        case StmtKind::Return:
+            if (const auto& value = static_cast<const ReturnStmt&>(stmt).value) compileExpr(*value, false);
+            return;
+        case StmtKind::Truncate: {
+            Plan plan;
+            Emitter(*this, frame_->database, frame_->scope, plan).target(static_cast<const TruncateStmt&>(stmt).target);
+            return;
+        }
         default:
-            break;
+            return compileControl(stmt);
     }
 }
 

@@ -16,7 +16,7 @@ struct ExprPlan : Attachment {
 
 struct SelectPlan : Attachment {
     Plan plan;
-    std::vector<std::string> variables;
+    std::vector<std::size_t> variables;  ///< places of the variables that the list sets
 };
 
 /// The plan kept at a node, of the kind wanted; made empty when there is none.
@@ -206,7 +206,11 @@ void Interp::select(const SelectStmt& stmt) {
         Emitter emitter(*this, frame_->database, frame_->scope, fresh);
         Wish wish;
         wish.mayAssign = true;
-        node.variables = emitter.query(*stmt.query, wish).variables;
+        const QueryOut out = emitter.query(*stmt.query, wish);
+        node.variables.clear();
+        for (const std::string& name : out.variables) {
+            node.variables.push_back(static_cast<std::size_t>(frame_->scope->find(name)));
+        }
         node.plan = std::move(fresh);
     }
     if (!node.variables.empty()) return assign(node.plan, node.variables);
@@ -228,9 +232,7 @@ void Interp::select(const SelectStmt& stmt) {
     rowCount_ = rows;
 }
 
-void Interp::assign(Plan& plan, const std::vector<std::string>& variables) {
-    std::vector<std::size_t> indexes;
-    for (const std::string& name : variables) indexes.push_back(static_cast<std::size_t>(frame_->scope->find(name)));
+void Interp::assign(Plan& plan, const std::vector<std::size_t>& indexes) {
     Running running(plan, session_.db());
     bind(running.get(), plan);
     int rows = 0;

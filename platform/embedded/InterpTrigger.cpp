@@ -71,16 +71,20 @@ const Capture& Interp::captureOf(const Object& table) {
     return session_.captures[table.physical] = {captureTable(table, true), captureTable(table, false)};
 }
 
-void Interp::runWithTriggers(DmlPlan& plan, const char* verb, const std::vector<ObjectPtr>& triggers) {
-    const Object& table = *plan.target;
+/// The triggers of this verb; one that is running does not fire itself again.
+std::vector<ObjectPtr> Interp::firingOf(const std::vector<ObjectPtr>& triggers, const char* verb) {
     std::vector<ObjectPtr> firing;
     for (const ObjectPtr& trigger : triggers) {
-        // A trigger does not fire itself again.
         const bool active =
             std::find(activeTriggers_.begin(), activeTriggers_.end(), trigger->id) != activeTriggers_.end();
-        const Module& module = moduleOf(*trigger);
-        if (!active && fires(*module.trigger, verb)) firing.push_back(trigger);
+        if (!active && fires(*moduleOf(*trigger).trigger, verb)) firing.push_back(trigger);
     }
+    return firing;
+}
+
+void Interp::runWithTriggers(DmlPlan& plan, const char* verb, const std::vector<ObjectPtr>& triggers) {
+    const Object& table = *plan.target;
+    const std::vector<ObjectPtr> firing = firingOf(triggers, verb);
     if (firing.empty()) return runDmlPlain(plan, verb);
     const Capture capture = captureOf(table);
     const int outerTran = session_.tranCount();
