@@ -16,7 +16,6 @@ frmMain::frmMain(Session& session) : Form("frmMain", kProgramTitle, Window::Shel
     cmdHospital.setHelp("Brings the day's charges, collections, stock issues and payroll into the books.");
     cmdQuit.onClick = [this] { Unload(); };
     cmdQuit.large();
-    lblCompany.look(Label::Look::Heading);
     setIcon("view-institution");
     buildButtons();
     buildMenus();
