@@ -22,6 +22,13 @@ constexpr int kCascade_px = 28;
 constexpr int kCascadeSteps = 8;
 constexpr int kDialog_px = 340;  ///< a dialog is at least this wide
 
+/// Instead of the toolkit's own sign, which a maximized child would show beside the menus.
+QIcon blankIcon() {
+    QPixmap nothing(1, 1);
+    nothing.fill(Qt::transparent);
+    return QIcon(nothing);
+}
+
 QMenu* makeMenu(const MenuSpec& spec, QWidget* parent) {
     auto* menu = new QMenu(qs(spec.caption), parent);
     for (const auto& part : spec.parts) {
@@ -221,7 +228,7 @@ void Form::Impl::showChild() {
             shell.middle->setCurrentWidget(area);
         }
         sub = area->addSubWindow(form.widget());
-        sub->setWindowIcon(QIcon());
+        sub->setWindowIcon(icon.empty() ? blankIcon() : iconOf(icon));
         const QSize room = area->viewport()->size();
         const QSize size =
             wanted.grownBy(sub->layout()->contentsMargins()).boundedTo(room - QSize(2 * kMargin_px, 2 * kMargin_px));

@@ -100,13 +100,17 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWi
         case PM_SmallIconSize:
         case PM_ListViewIconSize:
             return 16;
+        case PM_FocusFrameHMargin:
+            if (widget && widget->inherits("QComboBoxListView")) return 6;
+            break;
         case PM_HeaderMargin:
             return 7;
         case PM_ToolTipLabelFrameWidth:
             return 5;
         default:
-            return QProxyStyle::pixelMetric(metric, option, widget);
+            break;
     }
+    return QProxyStyle::pixelMetric(metric, option, widget);
 }
 
 int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget, QStyleHintReturn* data) const {
@@ -163,6 +167,8 @@ QSize Style::sizeFromContents(ContentsType type, const QStyleOption* option, con
             return QSize(result.width() + 6, std::max(result.height() + 2, kField_px));
         case CT_TabBarTab:
             return QSize(result.width(), 36);
+        case CT_MdiControls:
+            return QSize(3 * kTitleButton_px, kMenuRow_px);
         case CT_HeaderSection:
             return QSize(result.width(), 30);
         case CT_ProgressBar:
@@ -255,6 +261,15 @@ QRect Style::subControlRect(ComplexControl control, const QStyleOptionComplex* o
             default:
                 return {};
         }
+    }
+    if (control == CC_MdiControls) {
+        const auto button = [&](int at) {
+            return QRect(all.left() + at * kTitleButton_px, all.top(), kTitleButton_px, all.height());
+        };
+        if (part == SC_MdiMinButton) return button(0);
+        if (part == SC_MdiNormalButton) return button(1);
+        if (part == SC_MdiCloseButton) return button(2);
+        return {};
     }
     if (control == CC_GroupBox) {
         const auto* box = qstyleoption_cast<const QStyleOptionGroupBox*>(option);

@@ -8,6 +8,7 @@
 #include <QPainterPath>
 #include <QPushButton>
 #include <QStyleOption>
+#include <utility>
 
 #include "platform/forms/Internal.h"
 #include "platform/forms/Style.h"
@@ -515,6 +516,16 @@ void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex
                                0);
             }
             break;
+        case CC_MdiControls:
+            for (const auto& [part, like] : {std::pair{SC_MdiMinButton, SC_TitleBarMinButton},
+                                             std::pair{SC_MdiNormalButton, SC_TitleBarNormalButton},
+                                             std::pair{SC_MdiCloseButton, SC_TitleBarCloseButton}}) {
+                if (!(option->subControls & part)) continue;
+                const bool hot = option->activeSubControls == part && isOn(option, State_MouseOver);
+                drawTitleButton(painter, subControlRect(control, option, part, widget), like, tones().titleBarText,
+                                hot);
+            }
+            return;
         case CC_TitleBar:
             if (const auto* bar = qstyleoption_cast<const QStyleOptionTitleBar*>(option))
                 return drawTitleBar(bar, painter, widget, this);
