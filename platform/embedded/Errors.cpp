@@ -252,6 +252,12 @@ constexpr ErrorText kTexts[] = {
     {10742, 15, "The offset specified in a OFFSET clause may not be negative."},
     {10744, 15, "The number of rows provided for a FETCH clause must be greater then zero."},
     {10753, 15, "The function '%s' must have an OVER clause."},
+    {16905, 16, "The cursor is already open."},
+    {16911, 16, "fetch: The fetch type cannot be used with forward only cursors."},
+    {16915, 16, "A cursor with the name '%s' already exists."},
+    {16916, 16, "A cursor with the name '%s' does not exist."},
+    {16917, 16, "Cursor is not open."},
+    {16924, 16, "Cursorfetch: The number of variables declared in the INTO list must match that of selected columns."},
     {35100, 16, "Error number %d in the THROW statement is outside the valid range. Specify an error number in the valid range of 50000 to 2147483647."},
     {40000, 16, "%s is not supported by the embedded engine (line %d, column %d)."},
     {40001, 16, "%s is not supported by the embedded engine."},
@@ -339,7 +345,7 @@ std::string wholeNumber(const FormatMark& mark, std::int64_t value) {
     return sign + digits;
 }
 
-void append(std::string& out, const FormatMark& mark, std::string piece) {
+void append(std::string& out, const FormatMark& mark, const std::string& piece) {
     std::size_t shown = 0;
     for (const char c : piece) shown += (static_cast<unsigned char>(c) & 0xC0) != 0x80;
     const std::string pad(mark.width > static_cast<int>(shown) ? static_cast<std::size_t>(mark.width) - shown : 0, ' ');
@@ -387,7 +393,7 @@ std::string formatMessage(std::string_view format, const std::vector<Datum>& arg
         if (isText && mark.precision >= 0) {
             piece = piece.substr(0, static_cast<std::size_t>(mark.precision));
         }
-        append(out, mark, std::move(piece));
+        append(out, mark, piece);
     }
     return out;
 }

@@ -38,7 +38,7 @@ def database():
     os.makedirs(folder, exist_ok=True)
     entries = json.load(open(os.path.join(BUILD, "compile_commands.json")))
     for entry in entries:
-        command = re.sub(r" -include \S+cmake_pch\.hxx| -Winvalid-pch| -Wduplicated-cond| -Wlogical-op", "", entry["command"])
+        command = re.sub(r" -include \S+cmake_pch\.hxx| -Winvalid-pch| -Wduplicated-cond| -Wlogical-op| -Wno-restrict| -Wno-stringop-overflow", "", entry["command"])
         entry["command"] = re.sub(r"^\S*ccache ", "", command)
     json.dump(entries, open(os.path.join(folder, "compile_commands.json"), "w"))
     names = [os.path.relpath(e["file"], ROOT) for e in entries]
