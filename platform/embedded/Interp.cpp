@@ -272,6 +272,13 @@ Flow Interp::dispatch(const Stmt& stmt) {
         case StmtKind::Use:
             use(static_cast<const UseStmt&>(stmt));
             break;
+        case StmtKind::DeclareCursor:
+        case StmtKind::OpenCursor:
+        case StmtKind::FetchCursor:
+        case StmtKind::CloseCursor:
+        case StmtKind::DeallocateCursor:
+            cursorStatement(stmt);
+            break;
         case StmtKind::Ignored:
             break;
         default:

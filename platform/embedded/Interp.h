@@ -17,6 +17,8 @@ namespace kv::tsql {
 /// The error that ERROR_NUMBER() and its like tell inside a CATCH.
 using CaughtError = SqlError;
 
+struct Cursor;
+
 /// One running batch, procedure, function or trigger body.
 struct Frame {
     Frame* caller = nullptr;
@@ -28,6 +30,7 @@ struct Frame {
     const std::vector<Literal>* literals = nullptr;  ///< of a batch
     CompiledBatch* batch = nullptr;
     std::vector<std::pair<std::string, LocalTable*>> locals;  ///< lower-case names
+    std::vector<std::shared_ptr<Cursor>> cursors;
     std::optional<std::int64_t> scopeIdentity;
     std::optional<Datum> returned;
     Type returnType = Type::integer();
@@ -129,6 +132,13 @@ private:
     void checkIdentityInsert(const DmlPlan& plan);
     int runBefore(DmlPlan& plan);
 
+    // InterpCursor.cpp
+    void cursorStatement(const Stmt& stmt);
+    std::shared_ptr<Cursor> cursorNamed(const std::string& name) const;
+    void declareCursor(const DeclareCursorStmt& stmt);
+    void openCursor(const std::string& name);
+    void fetchCursor(const FetchCursorStmt& stmt);
+
     // InterpTrigger.cpp
     void runWithTriggers(DmlPlan& plan, const char* verb, const std::vector<ObjectPtr>& triggers);
     const Capture& captureOf(const Object& table);
@@ -167,6 +177,7 @@ private:
     Frame root_;        ///< owns the #tables that outlive a batch
     Frame* frame_ = nullptr;
     int depth_ = 0;
+    int fetchStatus_ = 0;  ///< @@FETCH_STATUS
     int tryDepth_ = 0;
     int rowCount_ = 0;
     int lastError_ = 0;

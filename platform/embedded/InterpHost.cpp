@@ -208,6 +208,12 @@ void Interp::compileStatement(const Stmt& stmt) {
         case StmtKind::CreateFunction:
         case StmtKind::CreateTrigger:
             return compileModule(static_cast<const ModuleStmt&>(stmt));
+        case StmtKind::DeclareCursor: {
+            Plan plan;
+            Emitter(*this, frame_->database, frame_->scope, plan)
+                .query(*static_cast<const DeclareCursorStmt&>(stmt).query, {});
+            return prepareOnly(plan);
+        }
         case StmtKind::Return:
             if (const auto& value = static_cast<const ReturnStmt&>(stmt).value) compileExpr(*value, false);
             return;

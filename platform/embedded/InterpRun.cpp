@@ -62,7 +62,7 @@ Datum Interp::systemDatum(SystemValue value) {
         case SystemValue::ScopeIdentity:
             return frame_->scopeIdentity ? number(*frame_->scopeIdentity) : Datum::null();
         case SystemValue::FetchStatus:
-            return number(-1);
+            return number(fetchStatus_);
         case SystemValue::NestLevel:
             return number(std::max(0, depth_ - 1));
         case SystemValue::XactState:

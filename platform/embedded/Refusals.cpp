@@ -9,8 +9,8 @@ namespace kv::tsql {
 namespace {
 
 constexpr std::string_view kRefusedTypes[] = {
-    "xml",       "sql_variant", "geography", "geometry", "hierarchyid", "time",   "datetimeoffset",
-    "timestamp", "rowversion",  "image",     "cursor",   "json",        "vector",
+    "xml",       "sql_variant", "geography", "geometry", "hierarchyid", "time", "datetimeoffset",
+    "timestamp", "rowversion",  "image",     "json",     "vector",
 };
 
 /// Collations that mean what the engine does: case is ignored, accents count.
@@ -47,8 +47,6 @@ protected:
             setOption(*option);
         } else if (const auto* exec = as<ExecStmt>(&stmt)) {
             target(exec->procedure);
-        } else if (stmt.kind >= StmtKind::DeclareCursor && stmt.kind <= StmtKind::DeallocateCursor) {
-            if (stmt.kind == StmtKind::DeclareCursor) refuse("a cursor", stmt.pos);
         } else {
             definition(stmt);
         }
