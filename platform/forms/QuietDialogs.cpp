@@ -9,9 +9,12 @@ QuietDialogs::QuietDialogs() : before_(dialogHooks()) {
     quiet.message = [this](const MessageBox& box) {
         texts_.push_back(box.text);
         switch (box.buttons) {
-            case Buttons::Ok: return Answer::Ok;
-            case Buttons::YesNo: return Answer::No;
-            default: return Answer::Cancel;
+            case Buttons::Ok:
+                return Answer::Ok;
+            case Buttons::YesNo:
+                return Answer::No;
+            default:
+                return Answer::Cancel;
         }
     };
     quiet.input = [](const std::string&, const std::string&, const std::string&) { return std::nullopt; };

@@ -161,8 +161,9 @@ void frmVoucher::wire() {
         lblLast.setText(file ? "exported" : "not exported");
     };
     cmdBroken.onClick = [this] { connection_.Execute("FAIL 50000"); };
-    cmdStuck.onClick = [this] {
-        while (!lblTotal.name().empty()) {
+    cmdStuck.onClick = [] {
+        volatile bool stuck = true;  // a loop that does nothing may be left out by the compiler
+        while (stuck) {
         }
     };
 }
