@@ -220,7 +220,8 @@ void Player::Running::settleWindows() const {
     if (QGuiApplication::platformName() == QLatin1String("offscreen")) return;
     QWidget* front = show.stage.window();
     const QPointer<QWidget> alive = front;
-    if (front) (void)QTest::qWaitFor([&] { return !alive || front->isActiveWindow(); }, kActivation_ms_max);
+    const auto there = [&] { return !alive || !front->isVisible() || front->isActiveWindow(); };
+    if (front) (void)QTest::qWaitFor(there, kActivation_ms_max);
 }
 
 void Player::Running::fail(const PlayLine& line, const std::string& what) {
