@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "ledger/Module2.h"
+#include "platform/base/Error.h"
 
 namespace kv {
 namespace {
