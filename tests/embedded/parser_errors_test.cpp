@@ -93,6 +93,20 @@ TEST(ParserErrors, NumberWordsAndLine) {
     }
 }
 
+TEST(ParserErrors, NamesHave128CharactersAtMost) {
+    const std::string most(128, 'n');
+    for (const std::string& name : {most, "[" + most + "]", "\"" + most + "\"", "[" + most.substr(1) + "]]]"})
+        EXPECT_NO_THROW(parseBatch("select 1 as " + name)) << name;
+    for (const std::string& name : {most + "n", "[" + most + "n]", "[" + most + "]]]"}) {
+        try {
+            parseBatch("select 1 as " + name);
+            ADD_FAILURE() << name;
+        } catch (const SqlError& e) {
+            EXPECT_EQ(e.number, 103) << e.text;
+        }
+    }
+}
+
 TEST(ParserErrors, DeepNestingIsAnErrorAndNoCrash) {
     const std::size_t depth = 200'000;
     const std::string texts[] = {
