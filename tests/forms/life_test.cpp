@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QMdiSubWindow>
+#include <QSplitter>
 #include <QTimer>
 #include <cstdio>
 #include <fstream>
@@ -317,6 +318,36 @@ TEST(FormMemory, keepsSizesBetweenRunsAndNothingWithoutAFile) {
     frmLife form;
     form.Show();
     EXPECT_GT(form.widget()->width(), 100) << "a size that cannot be is not taken";
+    setMemoryFile("");
+    std::remove(path.c_str());
+}
+
+class frmSplit : public Form {
+public:
+    frmSplit() : Form("frmSplit", "Split") {
+        setLayout(split(tvwLeft, lvwRight));
+        setSize(700, 300);
+    }
+    TreeView tvwLeft{*this, "tvwLeft"};
+    ListView lvwRight{*this, "lvwRight"};
+    QSplitter* splitter() { return widget()->findChild<QSplitter*>(); }
+};
+
+TEST(FormMemory, keepsWhereASplitStood) {
+    const std::string path = testing::TempDir() + "forms-split.txt";
+    std::remove(path.c_str());
+    setMemoryFile(path);
+    for (const int wanted : {180, 260}) {
+        frmSplit form;
+        form.Show();
+        form.splitter()->setSizes({wanted, 600 - wanted});
+        const int left = form.splitter()->sizes().front();
+        form.Unload();
+        frmSplit again;
+        again.Show();
+        ready();
+        EXPECT_NEAR(again.splitter()->sizes().front(), left, 3);
+    }
     setMemoryFile("");
     std::remove(path.c_str());
 }
