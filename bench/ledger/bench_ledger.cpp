@@ -20,6 +20,7 @@ constexpr int kBatches = 300;
 constexpr int kLines = 6;
 constexpr int kMonthLines = 100'000;
 constexpr int kMonths = 10;
+constexpr int kAccounts = 180;
 
 double secondsSince(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
 
@@ -43,7 +44,6 @@ public:
         sqlite3_open(file.c_str(), &db_);
         run("PRAGMA journal_mode=WAL");
         run("PRAGMA synchronous=FULL");
-        run("PRAGMA wal_autocheckpoint=0");
         run("CREATE TABLE dt (Batch TEXT, Period TEXT, Code TEXT, Dept TEXT, BatchDate TEXT, Description TEXT, Debit "
             "REAL, "
             "Credit REAL, SubCode TEXT, SeqNo INTEGER, Posted INTEGER, PRIMARY KEY (Batch, SeqNo))");
@@ -86,13 +86,13 @@ void bind(sqlite3_stmt* statement, std::initializer_list<std::string> texts) {
 }
 
 /// Saves each batch in a transaction; seconds of each.
-std::vector<double> saveRaw(Raw& raw) {
+std::vector<double> saveRaw(Raw& raw, int from) {
     sqlite3_stmt* line = raw.prepare("INSERT INTO dt VALUES (?1,'202403',?2,'','2024-03-15',?3,?4,?5,'',?6,0)");
     sqlite3_stmt* head =
         raw.prepare("INSERT INTO hd VALUES (?1,'2024-03-15','JV',?2,?2,?2,'202403','Lines of a test','E001')");
     sqlite3_stmt* printed = raw.prepare("INSERT INTO hd2 VALUES (?1,'0')");
     std::vector<double> seconds;
-    for (int b = 1; b <= kBatches; ++b) {
+    for (int b = from; b < from + kBatches; ++b) {
         seconds.push_back(timed([&] {
             const std::string number = std::to_string(b);
             raw.run("BEGIN IMMEDIATE");
@@ -128,22 +128,22 @@ void tell(const char* what, const std::vector<double>& ours, const std::vector<d
                 1000 * percentile(ours, 0.99), 1000 * percentile(raw, 0.99));
 }
 
-/// Fills a month of the JV book with balanced batches of 100 lines, set by set.
+/// Fills a month of the JV book with balanced batches over 180 accounts, set by set.
 void fillMonth(kv::Desk& desk, const std::string& period) {
-    const std::string first = period.substr(0, 4) + period.substr(4) + "01";
-    desk.cn().Execute("CREATE TABLE #N (N int NOT NULL)");
+    const std::string day = period + "01";
+    desk.cn().Execute("CREATE TABLE #N (N int NOT NULL, Code varchar(15) NOT NULL)");
     desk.cn().Execute(
-        "INSERT INTO #N (N) SELECT TOP 100 ROW_NUMBER() OVER (ORDER BY A.Code, B.Code) FROM AcctCode AS A, CstCtr AS "
-        "B");
-    for (int b = 0; b < kMonthLines / 100; ++b) {
+        "INSERT INTO #N (N, Code) SELECT TOP 180 ROW_NUMBER() OVER (ORDER BY Code), Code FROM AcctCode "
+        "WHERE ISNULL(Mast_Dept, '') <> 'MAS' ORDER BY Code");
+    for (int b = 0; b < kMonthLines / kAccounts; ++b) {
         const std::string batch = period.substr(2) + std::to_string(b);
         desk.cn().Execute(
-            "INSERT INTO JVDT (Batch, SeqNo, Period, Code, Dept, BatchDate, Description, Debit, Credit, Posted) SELECT "
-            "'" +
-            batch + "', N, '" + period + "', CASE WHEN N % 2 = 1 THEN '1101' ELSE '1201' END, '', '" + first +
-            "', 'BENCH', CASE WHEN N % 2 = 1 THEN 12.50 ELSE 0 END, CASE WHEN N % 2 = 1 THEN 0 ELSE 12.50 END, 0 FROM "
-            "#N");
-        desk.cn().Execute("sp_Insert_JV '" + batch + "', '" + first + "', 'JV', 625, 625, 625, '" + period +
+            "INSERT INTO JVDT (Batch, SeqNo, Period, Code, Dept, BatchDate, Description, Debit, Credit, Posted) "
+            "SELECT '" +
+            batch + "', N, '" + period + "', Code, '', '" + day +
+            "', 'BENCH', CASE WHEN N % 2 = 1 THEN 12.50 ELSE 0 END, "
+            "CASE WHEN N % 2 = 1 THEN 0 ELSE 12.50 END, 0 FROM #N");
+        desk.cn().Execute("sp_Insert_JV '" + batch + "', '" + day + "', 'JV', 1125, 1125, 1125, '" + period +
                           "', 'BENCH', 'E001'");
     }
     desk.cn().Execute("DROP TABLE #N");
@@ -174,9 +174,18 @@ int main() {
     kv::Desk desk(kv::freshHospital(folder, "bench.db"));
     desk.openBook("JV");
     Raw raw(folder + "/raw.db");
-    saveScreen(desk);  // compiles the statements once
-    const std::vector<double> rawSaves = saveRaw(raw);
-    tell("journal batches of 6 lines, durable", saveScreen(desk), rawSaves);
+    // a first round of each compiles the statements and lets both logs grow to their size
+    saveRaw(raw, 1);
+    saveScreen(desk);
+    std::vector<double> rawSaves;
+    std::vector<double> saves;
+    for (int round = 1; round <= 3; ++round) {
+        const std::vector<double> other = saveRaw(raw, round * kBatches + 1);
+        const std::vector<double> own = saveScreen(desk);
+        rawSaves.insert(rawSaves.end(), other.begin(), other.end());
+        saves.insert(saves.end(), own.begin(), own.end());
+    }
+    tell("journal batches of 6 lines, durable", saves, rawSaves);
 
     const double rawClose = closeRaw(raw);
     double close = 0;
@@ -195,12 +204,15 @@ int main() {
     std::printf("%-44s %8.2f s, preparing %.2f s\n", "closing the month that makes 1,000,000 lines", close, prepare);
     const std::string last = kv::module1::GetPeriod(kv::Date(2024, 4, 1).addMonths(kMonths - 1));
     std::vector<double> balances;
+    std::size_t accounts = 0;
     for (int i = 0; i < 20; ++i) {
-        balances.push_back(timed([&] { desk.cn().Open("sp_Report_TrialBalance '" + last + "'"); }));
+        balances.push_back(
+            timed([&] { accounts = desk.cn().Open("sp_Report_TrialBalance '" + last + "'").recordCount(); }));
     }
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
-    std::printf("%-44s %8.4f s (median), peak memory of the run %ld MB\n", "trial balance over 1,000,000 ledger lines",
-                percentile(balances, 0.5), usage.ru_maxrss / 1024);
+    std::printf("%-44s %8.2f ms (median), %zu accounts, peak memory of the run %ld MB\n",
+                "trial balance over 1,000,000 ledger lines", 1000 * percentile(balances, 0.5), accounts,
+                usage.ru_maxrss / 1024);
     return 0;
 }

@@ -46,7 +46,7 @@ def database():
 
 
 def check(folder, path):
-    run = subprocess.run(["clang-tidy-14", "--quiet", "-p", folder, os.path.join(ROOT, path)],
+    run = subprocess.run(["clang-tidy-16", "--quiet", "-p", folder, os.path.join(ROOT, path)],
                          capture_output=True, text=True)
     return path, run.returncode, run.stdout
 
