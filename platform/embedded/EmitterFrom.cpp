@@ -252,7 +252,7 @@ std::string Emitter::lateralRef(const DerivedRef& ref, Scope& scope, bool outerA
     Lateral lateral;
     lateral.outside = &scope;
     lateral.ctes = ctes_.size();
-    laterals_.push_back(std::move(lateral));
+    laterals_.push_back(lateral);
     std::vector<Slot> slots;
     std::swap(plan_.slots, slots);
     ++inline_;

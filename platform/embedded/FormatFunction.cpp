@@ -104,7 +104,7 @@ Size sizeOf(const Cell& value, const Type& type, int places, int factorDigits) {
     return {units < 0, text.substr(0, point), point == std::string::npos ? "" : text.substr(point + 1)};
 }
 
-std::string signedText(bool negative, std::string text) { return negative ? "-" + text : text; }
+std::string signedText(bool negative, const std::string& text) { return negative ? "-" + text : text; }
 
 std::string standardNumber(const Cell& value, const Type& type, char letter, int places, std::string_view pattern) {
     const char kind = static_cast<char>(letter & ~32);

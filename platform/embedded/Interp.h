@@ -73,7 +73,7 @@ public:
     void pin(int index) override;
 
     /// Scalar function called by SQLite; raises SqlError.
-    Datum callFunction(ObjectPtr function, std::vector<Datum> arguments);
+    Datum callFunction(const ObjectPtr& function, std::vector<Datum> arguments);
     /// Rows of a table function called by SQLite.
     std::vector<std::vector<Datum>> callTableFunction(const std::string& key, std::vector<Datum> arguments);
     const Datum& liveVariable(int index) const { return frame_->variables[static_cast<std::size_t>(index)]; }

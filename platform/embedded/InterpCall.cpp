@@ -265,7 +265,7 @@ void Interp::executeSql(const ExecStmt& stmt) {
     }
 }
 
-Datum Interp::callFunction(const ObjectPtr function, std::vector<Datum> arguments) {
+Datum Interp::callFunction(const ObjectPtr& function, std::vector<Datum> arguments) {
     const Module& module = moduleOf(*function);
     Frame frame;
     frame.scope = &module.variables;
