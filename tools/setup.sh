@@ -3,14 +3,14 @@
 set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config ccache mold
-       qt6-base-dev libqt6svg6-dev libsqlite3-dev unixodbc-dev libtomlplusplus-dev libxlsxwriter-dev libsodium-dev
+       qt6-base-dev qt6-svg-dev libsqlite3-dev unixodbc-dev libtomlplusplus-dev libxlsxwriter-dev libsodium-dev
        libgl-dev fonts-noto-core)
 vnc=(xvfb openbox x11vnc)
-tests=(libgtest-dev libgmock-dev libbenchmark-dev clang-16 libclang-rt-16-dev clang-format-14 clang-tidy-16 sqlfluff sqlite3 git python3
+tests=(libgtest-dev libgmock-dev clang-16 libclang-rt-16-dev clang-format-14 clang-tidy-16 sqlfluff sqlite3 git python3
        libsqliteodbc odbc-postgresql postgresql tdsodbc poppler-utils unzip)
 
 case "${1:-run}" in
-    run)  wanted=("${build[@]}" libgtest-dev) ;;
+    run)  wanted=("${build[@]}") ;;
     vnc)  wanted=("${vnc[@]}") ;;
     test) wanted=("${build[@]}" "${tests[@]}") ;;
     *)    echo "usage: setup.sh run|vnc|test" >&2; exit 2 ;;
