@@ -13,8 +13,10 @@ inline bool equalTexts(std::string_view a, std::string_view b) { return compareT
 struct CharacterRank {
     char32_t primary = 0;
     char32_t secondary = 0;
-    auto operator<=>(const CharacterRank&) const = default;
 };
+inline bool ordered(const CharacterRank& low, const CharacterRank& high) {
+    return low.primary != high.primary ? low.primary < high.primary : low.secondary <= high.secondary;
+}
 CharacterRank rankOf(char32_t code);
 
 }  // namespace kv::tsql

@@ -55,7 +55,7 @@ public:
             if (at + 1 < setEnd_ && pattern_[at] == '-') {
                 ++at;
                 const char32_t high = member(at);
-                found = found || (rankOf(low) <= rank && rank <= rankOf(high));
+                found = found || (ordered(rankOf(low), rank) && ordered(rank, rankOf(high)));
             } else {
                 found = found || lowerOf(low) == lowerOf(code);
             }
