@@ -1,14 +1,17 @@
 #include "platform/print/ReportView.h"
 
-#include <QAction>
+#include <QBoxLayout>
 #include <QClipboard>
+#include <QComboBox>
 #include <QGuiApplication>
 #include <QIntValidator>
 #include <QLabel>
+#include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSplitter>
 #include <QTimer>
+#include <QToolButton>
 #include <QTreeWidget>
 #include <algorithm>
 

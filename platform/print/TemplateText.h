@@ -42,13 +42,12 @@ struct TextNode {
 
     Kind kind = Kind::Missing;
     TextPlace place;
-    std::string text;      ///< Text; dates in ISO form
-    std::int64_t integer;  ///< Integer, Boolean
-    double number = 0;     ///< Number, Integer
+    std::string text;          ///< Text; dates in ISO form
+    std::int64_t integer = 0;  ///< Integer, Boolean
+    double number = 0;         ///< Number, Integer
     std::vector<Member> members;
     std::vector<TextNode> items;
 
-    TextNode() : integer(0) {}
     explicit operator bool() const { return kind != Kind::Missing; }
     const TextNode* find(std::string_view key) const;
     static std::string_view kindName(Kind kind);

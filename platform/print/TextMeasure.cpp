@@ -2,6 +2,7 @@
 
 #include <QFontMetricsF>
 #include <QGuiApplication>
+#include <array>
 #include <unordered_map>
 
 #include "platform/base/Text.h"
