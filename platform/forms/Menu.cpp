@@ -15,6 +15,7 @@ namespace kv {
 
 // ---- entries ---------------------------------------------------------------------------------------------------
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): controls take their texts by value
 MenuItem::MenuItem(Form& owner, std::string name, std::string caption, std::string icon, std::string shortcut)
     : Control(owner, std::move(name)), action_(new QAction(qs(caption), owner.widget())) {
     action_->setObjectName(qs(this->name()));
@@ -67,6 +68,7 @@ Toolbar::Toolbar(Form& owner, std::string name) : Control(owner, std::move(name)
     adopt(bar);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): controls take their texts by value
 Toolbar& Toolbar::button(std::string key, std::string caption, std::string icon, std::string hint) {
     auto* bar = static_cast<QToolBar*>(widget());
     QAction* action = bar->addAction(iconOf(icon), qs(caption));

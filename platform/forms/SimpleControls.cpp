@@ -2,6 +2,7 @@
 
 #include <QButtonGroup>
 #include <QCheckBox>
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QPainter>
 #include <QProgressBar>
@@ -84,6 +85,7 @@ void LabelWidget::paintEvent(QPaintEvent* event) {
     QLabel::paintEvent(event);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): controls take their texts by value
 Label::Label(Form& owner, std::string name, std::string caption) : Control(owner, std::move(name)) {
     adopt(new LabelWidget(qs(caption), owner.widget()));
 }
@@ -160,6 +162,7 @@ void ButtonWidget::paintEvent(QPaintEvent* event) {
     painter.drawText(room, Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap | Qt::TextShowMnemonic, text());
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): controls take their texts by value
 CommandButton::CommandButton(Form& owner, std::string name, std::string caption, std::string icon)
     : Control(owner, std::move(name)) {
     auto* button = new ButtonWidget(qs(caption), owner.widget());
@@ -212,6 +215,7 @@ void CommandButton::press() {
 
 // ---- checks and options ----------------------------------------------------------------------------------------
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): controls take their texts by value
 CheckBox::CheckBox(Form& owner, std::string name, std::string caption) : Control(owner, std::move(name)) {
     auto* box = new QCheckBox(qs(caption), owner.widget());
     box->setMinimumHeight(kField_px - 4);
@@ -228,6 +232,7 @@ bool CheckBox::checked() const { return static_cast<QCheckBox*>(widget())->isChe
 
 void CheckBox::setChecked(bool checked) { static_cast<QCheckBox*>(widget())->setChecked(checked); }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): controls take their texts by value
 OptionButton::OptionButton(Form& owner, std::string name, std::string caption, std::string group)
     : Control(owner, std::move(name)) {
     auto* option = new QRadioButton(qs(caption), owner.widget());
@@ -250,6 +255,7 @@ void OptionButton::choose() { static_cast<QRadioButton*>(widget())->setChecked(t
 
 // ---- pictures, rich text, progress -----------------------------------------------------------------------------
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): controls take their texts by value
 Image::Image(Form& owner, std::string name, std::string icon, int size_px) : Control(owner, std::move(name)) {
     auto* label = new QLabel(owner.widget());
     label->setAlignment(Qt::AlignCenter);
