@@ -134,7 +134,7 @@ void tab(Performance& show, const PlayLine& line) {
     line.atMost(3);
     auto& strip = dynamic_cast<TabStrip&>(show.stage.usable(line.word(1, "the name of the tabs"), {"TabStrip"}));
     auto* bar = strip.widget()->findChild<QTabBar*>();
-    const std::string page = line.word(2, "the page");
+    const std::string& page = line.word(2, "the page");
     int index = -1;
     for (int i = 0; i < strip.pages(); ++i) {
         const bool meant = line.quoted(2) ? matches(page, strip.pageCaption(i)) : page == std::to_string(i);
@@ -220,7 +220,7 @@ void node(Performance& show, const PlayLine& line) {
     line.atMost(3);
     auto& view = dynamic_cast<TreeView&>(show.stage.usable(line.word(1, "the name of a tree"), {"TreeView"}));
     auto* tree = dynamic_cast<QTreeWidget*>(view.widget());
-    const std::string text = line.pattern(2, "the node");
+    const std::string& text = line.pattern(2, "the node");
     QTreeWidgetItem* found = nullptr;
     for (QTreeWidgetItemIterator it(tree); *it && !found; ++it) {
         const bool meant =
