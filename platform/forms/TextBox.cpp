@@ -204,6 +204,7 @@ TextBox& TextBox::code() {
     return *this;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): controls take their texts by value
 TextBox& TextBox::chars(std::string allowed) {
     rulesOf(*this).allowed = qs(allowed);
     return *this;
@@ -246,6 +247,7 @@ TextBox& TextBox::align(Align align) {
     return *this;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): controls take their texts by value
 TextBox& TextBox::placeholder(std::string text) {
     if (auto* line = lineOf(*this))
         line->setPlaceholderText(qs(text));
