@@ -1,5 +1,6 @@
 // Text boxes: one line or several, with rules of typing that hold on every way in but not for text set by code.
 
+#include <QApplication>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPlainTextEdit>

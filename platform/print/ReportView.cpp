@@ -1,5 +1,7 @@
 #include "platform/print/ReportView.h"
 
+#include <cmath>
+
 #include <QBoxLayout>
 #include <QClipboard>
 #include <QComboBox>
@@ -300,7 +302,7 @@ std::string ReportView::pageText(int page) const {
     return joinedText(shown, textLines(shown));
 }
 
-int ReportView::zoom() const { return static_cast<int>(impl_->area->zoom() + 0.5); }
+int ReportView::zoom() const { return static_cast<int>(std::lround(impl_->area->zoom())); }
 void ReportView::setZoom(int percent) { impl_->area->setZoom(percent); }
 void ReportView::fitWidth() { impl_->area->setFit(PagesArea::Fit::Width); }
 void ReportView::fitPage() { impl_->area->setFit(PagesArea::Fit::Page); }
