@@ -5,6 +5,7 @@
 #include "core/frmMain.h"
 #include "core/frmPassword.h"
 #include "core/frmUserSettings.h"
+#include "ledger/BatchDocument.h"
 #include "ledger/frmChecklistBatch.h"
 #include "ledger/frmEntPeriod.h"
 #include "ledger/frmGL.h"
@@ -31,7 +32,7 @@ void registerScreens(Screens& screens) {
     screens.add({"frmGeneral", "ledger", "Journal Vouchers, Accounts Receivable, Cash Receipts", "Books", "",
                  make<frmGeneral>});
     screens.add({"frmJournEntry", "ledger", "Journal Entry", "Batch Entries > Enter/Edit Batch > New", "",
-                 make<frmJournEntry>});
+                 make<frmJournEntry>, OpenBatchDocument});
     screens.add(
         {"frmListBatch", "ledger", "List of Vouchers", "Batch Entries > Enter/Edit Batch", "", make<frmListBatch>});
     screens.add({"frmMain", "core", "Main Shell", "", "", make<frmMain>});

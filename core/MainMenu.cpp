@@ -19,6 +19,13 @@ const std::vector<BookEntry>& bookEntries() {
     return books;
 }
 
+const BookEntry* findBook(std::string_view code) {
+    for (const BookEntry& book : bookEntries()) {
+        if (book.code == code) return &book;
+    }
+    return nullptr;
+}
+
 const std::vector<std::vector<MaintenanceEntry>>& maintenanceSections() {
     static const std::vector<std::vector<MaintenanceEntry>> sections = {
         {
@@ -88,6 +95,15 @@ const std::vector<RightEntry>& rightEntries() {
         {"UL", {"mnuUserLogs"}},
     };
     return rights;
+}
+
+std::string_view rightOf(std::string_view control) {
+    for (const RightEntry& entry : rightEntries()) {
+        for (const char* name : entry.controls) {
+            if (name == control) return entry.right;
+        }
+    }
+    return {};
 }
 
 }  // namespace kv

@@ -21,6 +21,8 @@ struct BookEntry {
     const char* log;
 };
 const std::vector<BookEntry>& bookEntries();
+/// The book of a code; nullptr when there is none.
+const BookEntry* findBook(std::string_view code);
 
 /// A file-maintenance entry: shows its screen modally, then logs.
 struct MaintenanceEntry {
@@ -39,5 +41,7 @@ struct RightEntry {
     std::vector<const char*> controls;
 };
 const std::vector<RightEntry>& rightEntries();
+/// The right that enables a control of the shell; empty when it needs none.
+std::string_view rightOf(std::string_view control);
 
 }  // namespace kv

@@ -44,6 +44,19 @@ void Screens::show(Session& session, std::string_view name) {
     modeless_.back()->Show();
 }
 
+void Screens::openDocument(Session& session, std::string_view screen, std::string_view key) const {
+    const ScreenEntry& entry = needed(screen);
+    if (!entry.openDocument) {
+        throw Error(kErrObjectMissing, "Screens", "The screen " + entry.name + " opens no document by its number.");
+    }
+    entry.openDocument(session, key);
+}
+
+bool Screens::hasDocuments(std::string_view screen) const {
+    const ScreenEntry* entry = find(screen);
+    return entry && entry->openDocument;
+}
+
 void Screens::runCommand(Session& session, std::string_view name) const {
     for (const Command& command : commands_) {
         if (command.name == name) return command.run(session);

@@ -21,6 +21,10 @@ struct ScreenEntry {
     std::string menu;   ///< where it is reached, "Books > Journal Vouchers"
     std::string right;  ///< access code that opens it; empty: no right of its own
     std::function<std::unique_ptr<Form>(Session&)> make;
+    /// Shows one document of this screen, to change or to look at, and returns when it has closed. The key is what its
+    /// reports and lists call it, e.g. "JV 2024-10002". It asks for the user's right and tells what it cannot open.
+    /// Empty: the screen has no documents.
+    std::function<void(Session&, std::string_view key)> openDocument = {};
 };
 
 class Screens {
@@ -35,6 +39,10 @@ public:
     void showModal(Session& session, std::string_view name);
     /// Shows the one modeless instance, made when there is none.
     void show(Session& session, std::string_view name);
+    /// Opens the document of a screen by its key, from a figure of a report, a row of a check, a search. Raises
+    /// kErrObjectMissing for a screen that is not there or has no documents.
+    void openDocument(Session& session, std::string_view screen, std::string_view key) const;
+    bool hasDocuments(std::string_view screen) const;
     void runCommand(Session& session, std::string_view name) const;
     bool hasCommand(std::string_view name) const;
     /// The open modeless instance; nullptr when there is none.

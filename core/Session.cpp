@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "core/MainMenu.h"
 #include "platform/base/Paths.h"
 #include "platform/base/Text.h"
 
@@ -59,6 +60,15 @@ constexpr auto kSysColumns = std::to_array<SysColumn>({
 });
 
 }  // namespace
+
+Book bookOf(const Session& session, const BookEntry& entry) {
+    const std::string_view code = entry.code;
+    const SysCopies& sys = session.Sys;
+    return {entry.code, entry.name, entry.table, entry.detailTable,
+            code == "AP"   ? sys.APPERIOD
+            : code == "CD" ? sys.CDBPERIOD
+                           : sys.glperiod};
+}
 
 void ResetGlobalVariables(Session& session, std::source_location at) {
     traced("module1.ResetGlobalVariables", at, [&] {

@@ -41,6 +41,7 @@ public:
     Connection& cn() const { return connection_; }
     const std::string& ClientCode() const { return Sys.Client; }
     void SelectBook(Book book) { book_ = std::move(book); }
+    const Book& book() const { return book_; }
     const std::string& BookCode() const { return book_.BookCode; }
     const std::string& BookName() const { return book_.BookName; }
     const std::string& BookTable() const { return book_.BookTable; }
@@ -73,6 +74,9 @@ private:
     Book book_;
 };
 
+struct BookEntry;
+/// A book as the shell selects it, with its working period.
+Book bookOf(const Session& session, const BookEntry& entry);
 /// Reads the row of SYS into the session's copies. A table without rows leaves them as they are.
 void ResetGlobalVariables(Session& session, std::source_location at = std::source_location::current());
 /// The server's name in a connection string: the text behind "Server=" up to the next ";". Raises Error 5 when no

@@ -135,12 +135,8 @@ void frmMain::ApplyParameters() {
     control("mnuLinkCards")->setEnabled(module1::TableExists(session_.cn(), "CardLink"));
 }
 
-std::string frmMain::bookPeriod(std::string_view code) const {
-    return code == "AP" ? session_.Sys.APPERIOD : code == "CD" ? session_.Sys.CDBPERIOD : session_.Sys.glperiod;
-}
-
 void frmMain::OpenBook(const BookEntry& book) {
-    session_.SelectBook({book.code, book.name, book.table, book.detailTable, bookPeriod(book.code)});
+    session_.SelectBook(bookOf(session_, book));
     picPicture2.setFocus();
     if (std::string_view(book.screen) == "frmGeneral") ManualUnloadForm(session_, "frmGeneral");
     if (!session_.screens.find(book.screen)) {

@@ -41,7 +41,6 @@ private:
     void cmdHospital_Click();
     void mnuUserLogs_Click_Err();
     bool ConfirmExit();
-    std::string bookPeriod(std::string_view code) const;
 
     void buildButtons();
     void buildMenus();

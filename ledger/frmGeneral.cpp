@@ -3,11 +3,11 @@
 #include "core/BookState.h"
 #include "core/Session.h"
 #include "core/module1.h"
+#include "ledger/BatchDocument.h"
 #include "ledger/BatchQueries.h"
 
 #include "ledger/frmChecklistBatch.h"
 #include "ledger/frmEntPeriod.h"
-#include "ledger/frmJournEntry.h"
 #include "ledger/frmListBatch.h"
 #include "platform/base/Text.h"
 #include "platform/data/Statement.h"
@@ -130,13 +130,7 @@ void frmGeneral::OpenBatch() {
     const int row = lvwBatches.selected();
     if (row < 0) return;
     const std::string batch = batchOfKey(lvwBatches.selectedKey());
-    if (lvwBatches.cell(row, 4) != "entered") {
-        module1::rptBatchJournal(session_, session_.BookCode(), batch, batch);
-        return;
-    }
-    frmJournEntry entry(session_);
-    entry.Edit(batch);
-    entry.ShowModal();
+    OpenBatchDocument(session_, session_.BookCode() + " " + batch);
     LoadBatches();
 }
 

@@ -23,6 +23,9 @@ frmReportViewer::frmReportViewer(Session& session, ViewerOptions options)
 void frmReportViewer::connect() {
     crvReport.onPageChange = [this] { ShowPage(); };
     crvReport.onLayoutDone = [this] { ShowPage(); };
+    crvReport.onDrill = [this](const std::string& screen, const std::string& key) {
+        session_.screens.openDocument(session_, screen, key);
+    };
     cmdFirst.onClick = [this] { crvReport.goToPage(1); };
     cmdPrevious.onClick = [this] { crvReport.goToPage(crvReport.page() - 1); };
     cmdNext.onClick = [this] { crvReport.goToPage(crvReport.page() + 1); };
@@ -44,6 +47,7 @@ void frmReportViewer::connect() {
     mnuCSV.onClick = [this] { mnuCSV_Click(); };
     mnuPDF.onClick = [this] { savePages("Save as PDF", "pdf"); };
     mnuText.onClick = [this] { savePages("Save as Text", "txt"); };
+    mnuOpen.onClick = [this] { mnuOpen_Click(); };
     mnuCopy.onClick = [this] { crvReport.copy(); };
     mnuClose.onClick = [this] { Unload(); };
     shortcut("Ctrl+F", "txtFind_GotFocus", [this] { txtFind.setFocus(); });
@@ -61,7 +65,8 @@ void frmReportViewer::arrange() {
     cmdClose.cancels();
     crvReport.setTools(false);
     setMenu({{"&Report",
-              {mnuPrint, nullptr, mnuPDF, mnu_export, mnuXlsx, mnuCSV, mnuText, nullptr, mnuCopy, nullptr, mnuClose}}});
+              {mnuPrint, nullptr, mnuPDF, mnu_export, mnuXlsx, mnuCSV, mnuText, nullptr, mnuOpen, mnuCopy, nullptr,
+               mnuClose}}});
     setLayout(column({row({cmdFirst, cmdPrevious, lblPage, cmdNext, cmdLast, gap(), cboZoom, gap(), txtFind, lblFound,
                            stretch(), cmdPrint, cmdClose}),
                       expand(crvReport)}));
@@ -121,6 +126,12 @@ void frmReportViewer::Print() {
     if (!askPrinter()) return;
     const Hourglass busy;
     report_->print(PrintJob());
+}
+
+void frmReportViewer::mnuOpen_Click() {
+    if (!crvReport.openMarked()) {
+        MsgBox("No document stands behind this place. Mark a row by a click or by a search first.", Icon::Information);
+    }
 }
 
 void frmReportViewer::mnu_export_Click(std::string_view Kind) {

@@ -31,6 +31,7 @@ public:
     MenuItem mnuCSV{*this, "mnuCSV", "Export to &CSV...", "document-export"};
     MenuItem mnuPDF{*this, "mnuPDF", "Save as P&DF...", "document-save"};
     MenuItem mnuText{*this, "mnuText", "Save as &Text...", "document-save"};
+    MenuItem mnuOpen{*this, "mnuOpen", "&Open the document of the marked row", "document-edit", "Ctrl+Return"};
     MenuItem mnuCopy{*this, "mnuCopy", "C&opy", "edit-copy", "Ctrl+C"};
     MenuItem mnuClose{*this, "mnuClose", "C&lose", "document-close"};
 
@@ -49,6 +50,7 @@ private:
     void mnuCSV_Click();
     void savePages(std::string_view title, std::string_view ending);
     void Print();
+    void mnuOpen_Click();
     void ShowPage();
     void Find(bool forward);
     void cboZoom_Change();

@@ -336,6 +336,15 @@ int ReportView::found() const { return static_cast<int>(impl_->hits.size()); }
 std::string ReportView::selectedText() const { return impl_->area->selectedText().toStdString(); }
 void ReportView::copy() const { QGuiApplication::clipboard()->setText(impl_->area->selectedText()); }
 
+bool ReportView::openMarked() {
+    const PageLink* link = impl_->area->currentLink();
+    if (link == nullptr) return false;
+    // a copy: what opens may lay the pages out anew
+    const PageLink there = *link;
+    drill(there.screen, there.key);
+    return true;
+}
+
 void ReportView::drill(const std::string& screen, const std::string& key) { raise(onDrill, "Drill", screen, key); }
 
 bool ReportView::key(int key, int modifiers) {

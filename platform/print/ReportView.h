@@ -47,6 +47,9 @@ public:
     std::string selectedText() const;
     void copy() const;
 
+    /// Opens what stands behind the marked text, as Enter on the pages does; false when nothing does.
+    bool openMarked();
+
     /// A double click or Enter on a place that leads to a screen: its name and the key.
     Event<std::string, std::string> onDrill;
     Event<> onPageChange;  ///< another page, or more pages
