@@ -18,6 +18,11 @@ for _ in $(seq 50); do
 done
 openbox >/dev/null 2>&1 &
 started+=($!)
+# a window that comes up before its manager gets no title bar and no keys
+for _ in $(seq 50); do
+    xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id' && break
+    sleep 0.1
+done
 x11vnc -display "$display" -localhost -rfbport "$port" -nopw -forever -shared -quiet >/dev/null 2>&1 &
 started+=($!)
 echo "The windows are served on 127.0.0.1:$port. Ctrl+C ends them."

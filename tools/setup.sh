@@ -5,7 +5,7 @@ set -euo pipefail
 build=(g++ cmake ninja-build pkg-config ccache mold
        qt6-base-dev qt6-svg-dev libsqlite3-dev unixodbc-dev libtomlplusplus-dev libxlsxwriter-dev libsodium-dev
        libgl-dev fonts-noto-core)
-vnc=(xvfb openbox x11vnc)
+vnc=(xvfb openbox x11vnc x11-utils)
 tests=(libgtest-dev libgmock-dev clang-16 libclang-rt-16-dev clang-format-14 clang-tidy-16 sqlfluff sqlite3 git python3
        libsqliteodbc odbc-postgresql postgresql tdsodbc poppler-utils unzip)
 

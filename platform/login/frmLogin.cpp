@@ -11,6 +11,7 @@
 namespace kv {
 namespace {
 
+constexpr int kEnterKey = 13;
 constexpr const char* kOtherServer = "Another SQL Server";
 constexpr long kErrLogonRefused = 18456;
 constexpr std::array kErrsNoBooks = {4060L, 911L, 916L};  ///< no such database, or none for this logon
@@ -62,7 +63,7 @@ void frmLogin::layOut() {
 
 void frmLogin::wire() {
     cboSource.onChange = [this] { cboSource_Click(); };
-    txtPassword.onKeyPress = [this](int&) { txtPassword_KeyPress(); };
+    txtPassword.onKeyPress = [this](int& key) { txtPassword_KeyPress(key); };
     txtPassword.onLostFocus = [this] { lblCapsLock.setVisible(false); };
     cmdOK.onClick = [this] { cmdOK_Click(); };
     cmdCancel.onClick = [this] { Unload(); };
@@ -110,7 +111,13 @@ void frmLogin::showSourceFields() {
     txtSQLPassword.setVisible(server);
 }
 
-void frmLogin::txtPassword_KeyPress() { lblCapsLock.setVisible(capsLockOn()); }
+void frmLogin::txtPassword_KeyPress(int& key) {
+    lblCapsLock.setVisible(capsLockOn());
+    // a server may ask for its own logon below; on this computer nothing follows the password
+    if (key != kEnterKey || cboSource.text() != kThisComputer || txtPassword.text().empty()) return;
+    key = 0;
+    cmdOK_Click();
+}
 
 DataSource frmLogin::chosenSource() const {
     DataSource source = settings_.source(cboSource.text());

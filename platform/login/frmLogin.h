@@ -21,7 +21,7 @@ private:
     void layOut();
     void wire();
     void cboSource_Click();
-    void txtPassword_KeyPress();
+    void txtPassword_KeyPress(int& key);
     void cmdOK_Click();
 
     DataSource chosenSource() const;

@@ -40,6 +40,7 @@ struct SignInTry {
     std::string password;
     bool refused = false;  ///< what the line expects
     bool filled = false;
+    bool ended = false;  ///< the dialog closed on this try
 };
 
 class Performance {
