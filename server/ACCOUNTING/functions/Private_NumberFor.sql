@@ -9,15 +9,12 @@ CREATE OR ALTER FUNCTION dbo.Private_NumberFor (@Series varchar(4), @Year varcha
 RETURNS int
 AS
 BEGIN
-    DECLARE @Number int;
-    SELECT @Number = R.Number
-    FROM dbo.NumberReserved AS R
-    WHERE R.SessionID = @@SPID AND R.Series = @Series AND R.Year = @Year AND R.Month = @Month;
-    IF @Number IS NULL
-    BEGIN
-        SELECT @Number = N.LastNo + 1
-        FROM dbo.NumberSeries AS N
-        WHERE N.Series = @Series AND N.Year = @Year AND N.Month = @Month;
-    END;
-    RETURN ISNULL(@Number, 1);
+    RETURN COALESCE(
+        (SELECT R.Number
+         FROM dbo.NumberReserved AS R
+         WHERE R.SessionID = @@SPID AND R.Series = @Series AND R.Year = @Year AND R.Month = @Month),
+        (SELECT N.LastNo + 1
+         FROM dbo.NumberSeries AS N
+         WHERE N.Series = @Series AND N.Year = @Year AND N.Month = @Month),
+        1);
 END;

@@ -10,9 +10,9 @@ BEGIN
 
     DECLARE @Period varchar(6);
     DECLARE @Text varchar(200);
-    SELECT @Period = MIN(G.Period)
-    FROM dbo.GL AS G
-    WHERE G.BatchType = 'CR' AND G.Period IN (SELECT I.Period FROM inserted AS I UNION SELECT D.Period FROM deleted AS D);
+    SELECT @Period = MIN(C.Period)
+    FROM (SELECT I.Period FROM inserted AS I UNION ALL SELECT D.Period FROM deleted AS D) AS C
+    WHERE EXISTS (SELECT 1 FROM dbo.GL AS G WHERE G.BatchType = 'CR' AND G.Period = C.Period);
     IF @Period IS NOT NULL
     BEGIN
         SET @Text = 'Book CR is closed for period ' + @Period + '.';

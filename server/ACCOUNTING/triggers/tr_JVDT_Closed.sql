@@ -11,17 +11,17 @@ BEGIN
     DECLARE @Period varchar(6);
     DECLARE @Text varchar(200);
     DECLARE @Batch varchar(15);
-    SELECT @Period = MIN(G.Period)
-    FROM dbo.GL AS G
-    WHERE G.BatchType = 'JV' AND G.Period IN (SELECT I.Period FROM inserted AS I UNION SELECT D.Period FROM deleted AS D);
+    SELECT @Period = MIN(C.Period)
+    FROM (SELECT I.Period FROM inserted AS I UNION ALL SELECT D.Period FROM deleted AS D) AS C
+    WHERE EXISTS (SELECT 1 FROM dbo.GL AS G WHERE G.BatchType = 'JV' AND G.Period = C.Period);
     IF @Period IS NOT NULL
     BEGIN
         SET @Text = 'Book JV is closed for period ' + @Period + '.';
         THROW 50010, @Text, 1;
     END;
-    SELECT @Batch = MIN(J.Batch)
-    FROM dbo.JV AS J
-    WHERE J.Cancelled = 1 AND J.Batch IN (SELECT I.Batch FROM inserted AS I UNION SELECT D.Batch FROM deleted AS D);
+    SELECT @Batch = MIN(C.Batch)
+    FROM (SELECT I.Batch FROM inserted AS I UNION ALL SELECT D.Batch FROM deleted AS D) AS C
+    WHERE EXISTS (SELECT 1 FROM dbo.JV AS J WHERE J.Cancelled = 1 AND J.Batch = C.Batch);
     IF @Batch IS NOT NULL
     BEGIN
         SET @Text = 'Batch ' + @Batch + ' of book JV is cancelled.';
