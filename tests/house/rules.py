@@ -30,6 +30,7 @@ LAYERS = {
     "core": ["platform/"],
     "reporting": ["platform/", "core"],
     "ledger": ["platform/", "core", "reporting"],
+    "demo/year": ["platform/", "core", "ledger"],
     "app": ["platform/", "core", "reporting", "ledger"],
 }
 # what only one room may know
