@@ -7,7 +7,7 @@ build=(g++ cmake ninja-build pkg-config ccache mold
        libgl-dev fonts-noto-core)
 vnc=(xvfb openbox x11vnc x11-utils)
 tests=(libgtest-dev libgmock-dev clang-16 libclang-rt-16-dev clang-format-14 clang-tidy-16 sqlfluff sqlite3 git python3
-       libsqliteodbc odbc-postgresql postgresql tdsodbc poppler-utils unzip)
+       libsqliteodbc odbc-postgresql postgresql tdsodbc poppler-utils unzip ledger)
 
 case "${1:-run}" in
     run)  wanted=("${build[@]}") ;;

@@ -11,8 +11,11 @@
 #include <vector>
 
 #include "app/Program.h"
+#include "demo/year/DemoYear.h"
 #include "platform/base/Error.h"
 #include "platform/base/Paths.h"
+#include "platform/base/Text.h"
+#include "platform/embedded/Embedded.h"
 
 namespace fs = std::filesystem;
 
@@ -85,11 +88,28 @@ fs::path templateFolder() {
     return elsewhere;
 }
 
+/// Last year's books are thinner: they serve comparisons.
+void writeYears(const std::string& file) {
+    EmbeddedOptions options;
+    options.file = file;
+    const std::unique_ptr<Connection> connection = openEmbedded(options);
+    clsCurrentUser user;
+    Screens screens;
+    Session session(user, *connection, screens);
+    session.EmployeeCode = "E001";
+    ResetGlobalVariables(session);
+    DemoYear(session, {.year = 2023, .batches = 600}).write();
+    DemoYear(session, {.year = 2024}).write();
+    embeddedOf(*connection)->checkpoint();
+    connection->close();
+}
+
 /// Under a name of its own first, so that what was broken off is never taken for the whole.
-void make(const std::string& file) {
+void make(const std::string& file, DemoKind kind = DemoKind::Empty) {
     const std::string unfinished = file + ".making";
     for (const char* part : {"", "-wal", "-shm"}) fs::remove(unfinished + part);
     makeHospital(unfinished, {});
+    if (kind == DemoKind::Year) writeYears(unfinished);
     fs::rename(unfinished, file);
 }
 
@@ -103,16 +123,25 @@ void ensureDemo(const std::string& file) {
     fs::remove(file + ".lock");
 }
 
-std::string demoTemplate() {
+DemoKind demoKindOf(const std::string& play) {
+    for (const std::string& line : split(readTextFile(play), '\n')) {
+        if (trimBlanks(line) == "# hospital: year") return DemoKind::Year;
+    }
+    return DemoKind::Empty;
+}
+
+std::string demoTemplate(DemoKind kind) {
     const fs::path folder = templateFolder();
-    const fs::path wanted = folder / (stateNow() + ".db");
+    const std::string state = stateNow();
+    const fs::path wanted = folder / (state + (kind == DemoKind::Year ? "-year.db" : ".db"));
     if (fs::exists(wanted)) return wanted.string();
     const FileLock lock((folder / "lock").string());
     if (fs::exists(wanted)) return wanted.string();
     for (const auto& entry : fs::directory_iterator(folder)) {
-        if (entry.path().extension() == ".db") fs::remove(entry.path());
+        const fs::path& file = entry.path();
+        if (file.extension() == ".db" && !file.filename().string().starts_with(state)) fs::remove(file);
     }
-    make(wanted.string());
+    make(wanted.string(), kind);
     return wanted.string();
 }
 

@@ -18,7 +18,8 @@ constexpr const char* kUsage =
     "usage: screenplay [--data FILE] [--out DIR] [--keep-going] [--show] FILE.play ...\n"
     "\n"
     "  --data FILE    the database file; made with the demo hospital when it does not exist\n"
-    "  --data :fresh  each play on a throwaway copy of the demo hospital (the default)\n"
+    "  --data :fresh  each play on a throwaway copy of the demo hospital (the default); a line\n"
+    "                 \"# hospital: year\" in the play asks for one with the books of 2023 and 2024\n"
     "  --out DIR      where pictures, reports and files go; \".\" without it\n"
     "  --keep-going   goes on with the next play after one that failed\n"
     "  --show         on the display, where there is one\n";
@@ -77,7 +78,7 @@ bool playOn(const Arguments& given, const std::string& dataFile, const std::stri
 
 bool playOne(const Arguments& given, const std::string& play) {
     if (given.data == kFresh) {
-        const kv::ThrowawayCopy copy(kv::demoTemplate());
+        const kv::ThrowawayCopy copy(kv::demoTemplate(kv::demoKindOf(play)));
         return playOn(given, copy.file(), play);
     }
     kv::ensureDemo(given.data);
