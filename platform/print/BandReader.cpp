@@ -208,6 +208,7 @@ ReportColumn BandReader::column(const TextNode& node) {
     out.style = style(in, "style", "");
     out.format = readFormat(in);
     out.wrap = in.flag("wrap");
+    out.indent = in.expression("indent");
     out.hideRepeated = in.flag("hideRepeated");
     out.when = in.expression("when");
     out.total = totalOf(in, out);
@@ -248,6 +249,7 @@ Detail BandReader::detail(const TextNode* node) {
     out.conditions = conditions(in);
     out.rules = readRule(in, "rules", PrintRule::None);
     out.stripe = in.color("stripe", kNoColor);
+    out.spaceBefore = in.expression("spaceBefore");
     out.emptyText = in.text("emptyText");
     out.carriedTo = in.caption("carriedTo");
     out.carriedFrom = in.caption("carriedFrom");
@@ -256,9 +258,9 @@ Detail BandReader::detail(const TextNode* node) {
     if (node != nullptr && node->kind == TextNode::Kind::Table) {
         TextNode rest = *node;
         std::erase_if(rest.members, [](const TextNode::Member& m) {
-            static constexpr std::array<std::string_view, 10> kOwn = {
-                "headings", "headingStyle", "rowStyle",  "conditions",  "rules",
-                "stripe",   "emptyText",    "carriedTo", "carriedFrom", "carriedOver"};
+            static constexpr std::array<std::string_view, 11> kOwn = {
+                "headings",  "headingStyle", "rowStyle",  "conditions",  "rules",      "stripe",
+                "emptyText", "spaceBefore",  "carriedTo", "carriedFrom", "carriedOver"};
             return std::find(kOwn.begin(), kOwn.end(), m.key) != kOwn.end();
         });
         out.band = band(&rest, "detail");

@@ -215,6 +215,7 @@ public:
         one(column.over, use);
         one(column.when, kRowsOnly);
         one(column.value, use);
+        one(column.indent, use);
         for (Condition& c : column.conditions) one(c.when, use);
         one(column.drill.key, use);
     }
@@ -267,6 +268,7 @@ Binding bindTemplate(Template& report, const std::vector<KnownFields>& fields, s
     foot.pageTotals = true;
     walk.band(report.reportHeader, whole, report);
     walk.band(report.reportFooter, whole, report);
+    walk.band(report.signature, whole, report);
     walk.band(report.pageHeader, whole, report);
     walk.band(report.pageFooter, foot, report);
     for (std::size_t g = 0; g < report.groups.size(); ++g) {
@@ -280,6 +282,7 @@ Binding bindTemplate(Template& report, const std::vector<KnownFields>& fields, s
     }
     walk.band(report.detail.band, whole, report);
     for (Condition& c : report.detail.conditions) walk.one(c.when, whole);
+    walk.one(report.detail.spaceBefore, whole);
     walk.one(report.detail.carriedTo, whole);
     walk.one(report.detail.carriedFrom, whole);
     for (ReportColumn& column : report.columns) walk.column(column);

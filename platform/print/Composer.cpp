@@ -10,14 +10,17 @@ namespace kv {
 namespace {
 
 constexpr double kCellPad_mm = 1.0;      // beside the texts of neighbouring columns
-constexpr double kRowPad_mm = 0.5;       // a row's height above its lines
 constexpr double kHeadPad_mm = 1.0;      // between a heading's text and its rules
 constexpr double kShareLeast_mm = 20.0;  // what a column without a width gets at least
 constexpr double kShrinkMost = 0.6;      // figures may shrink so far before they become ####
 
 double weightOf(PrintRule rule) { return rule == PrintRule::Hair ? 0.1 : rule == PrintRule::Medium ? 0.4 : 0.2; }
 
+}  // namespace
+
 FontSpec fontOf(const PrintStyle& style) { return {style.font, style.size_pt, style.bold, style.italic}; }
+
+double roomBelow(PrintRule rule) { return rule == PrintRule::None ? 0 : rule == PrintRule::Double ? 1.2 : 0.6; }
 
 std::string flat(std::string text) {
     for (char& c : text) {
@@ -25,8 +28,6 @@ std::string flat(std::string text) {
     }
     return text;
 }
-
-}  // namespace
 
 Composer::Composer(std::shared_ptr<const Prepared> data, Document& document, TextMeasure& measure, double width_mm)
     : data_(std::move(data)), document_(document), measure_(measure), width_(width_mm) {
@@ -87,10 +88,15 @@ void Composer::spreadColumns(const std::vector<std::size_t>& set) {
     }
 }
 
-/// The outer columns are flush with the page's margins.
+const std::string& Composer::formatOf(const ReportColumn& column) const {
+    return column.format.empty() && column.style >= 0 ? style(column.style).format : column.format;
+}
+
+/// The outer columns are flush with the page's margins; figures in brackets keep room for the one that hangs out.
 Composer::Cell Composer::cellOf(const ReportColumn& column) const {
     const bool first = column.left <= 0.001;
-    const bool last = column.left + column.actual >= width_ - 0.01;
+    const bool hangs = formatOf(column).find(')') != std::string::npos;
+    const bool last = column.left + column.actual >= width_ - 0.01 && !hangs;
     const double from = column.left + (first ? 0 : kCellPad_mm);
     return {from, column.left + column.actual - (last ? 0 : kCellPad_mm) - from};
 }
@@ -255,71 +261,6 @@ PageBlock Composer::headings(const RowContext& context) {
     return block;
 }
 
-PageBlock Composer::row(const RowContext& context, bool afterSame, bool striped) {
-    PageBlock block;
-    if (shown_.empty()) return block;
-    const Detail& detail = data_->report().detail;
-    const std::int16_t band = document_.bandIndex("detail");
-    const int rowStyle = conditional(detail.conditions, context, detail.rowStyle);
-    struct Part {
-        const ReportColumn* column;
-        Cell cell;
-        Drawn it;
-        std::vector<std::string> lines;
-        int color;
-    };
-    std::vector<Part> parts;
-    double height = lineHeight_mm(style(detail.rowStyle).size_pt);
-    RowContext before = context;
-    if (before.row > 0) --before.row;
-    for (const std::size_t c : shown_) {
-        const ReportColumn& column = columns_[c];
-        const Value value = column.value.evaluate(context);
-        if (column.hideRepeated && afterSame && compareValues(value, column.value.evaluate(before)) == 0) continue;
-        const bool ownRow = rowStyle != detail.rowStyle || column.style < 0;
-        const PrintStyle& look = style(conditional(column.conditions, context, ownRow ? rowStyle : column.style));
-        TextAlign align = column.align;
-        if (align == TextAlign::Auto && column.style >= 0) align = style(column.style).align;
-        const std::string& format =
-            column.format.empty() && column.style >= 0 ? style(column.style).format : column.format;
-        Part part{&column, cellOf(column), drawn(value, format, look, align, true), {}, look.color};
-        if (part.it.text.empty()) continue;
-        if (column.wrap && !part.it.number) {
-            part.lines = measure_.lines(part.it.font, part.it.text, part.cell.width);
-        } else {
-            part.it.text = flat(std::move(part.it.text));
-            fit(part.it, part.cell.width);
-            part.lines = {part.it.text};
-        }
-        height = std::max(height, static_cast<double>(part.lines.size()) * lineHeight_mm(look.size_pt));
-        parts.push_back(std::move(part));
-    }
-    block.height = height + kRowPad_mm;
-    const ReportColumn& last = columns_[shown_.back()];
-    const double wide = last.left + last.actual;
-    const PrintStyle& rowLook = style(rowStyle);
-    const int back = rowLook.fill != kNoColor ? rowLook.fill : striped ? detail.stripe : kNoColor;
-    if (back != kNoColor) {
-        block.content.shapes.push_back(
-            {0, 0, static_cast<float>(wide), static_cast<float>(block.height), back, kNoColor, 0, band});
-    }
-    for (Part& part : parts) {
-        double y = kRowPad_mm / 2;
-        const double line = lineHeight_mm(part.it.font.size_pt);
-        // a line that shrank stays on the row's common middle
-        const double box = part.lines.size() == 1 ? lineHeight_mm(rowLook.size_pt) : line;
-        for (std::string& text : part.lines) {
-            part.it.text = std::move(text);
-            put(block, part.it, part.color, band, part.cell.x, y, part.cell.width, box);
-            y += line;
-        }
-        drillOf(block, part.column->drill, context, part.column->left, 0, part.column->actual, block.height);
-    }
-    drillOf(block, detail.band.drill, context, 0, 0, wide, block.height);
-    rule(block, detail.rules, band, 0, block.height, wide, 0xb8b8b8);
-    return block;
-}
-
 double Composer::totalsRow(PageBlock& block, const Expression& label, const RowContext& context, int scope,
                            int styleIndex, std::int16_t band, double y) {
     const PrintStyle& look = style(styleIndex);
@@ -332,9 +273,7 @@ double Composer::totalsRow(PageBlock& block, const Expression& label, const RowC
         const ReportColumn& column = columns_[c];
         const Cell cell = cellOf(column);
         labelEnd = std::min(labelEnd, cell.x - kCellPad_mm);
-        const std::string& format =
-            column.format.empty() && column.style >= 0 ? style(column.style).format : column.format;
-        Drawn it = drawn(totals[c].evaluate(context), format, look, column.align, true);
+        Drawn it = drawn(totals[c].evaluate(context), formatOf(column), look, column.align, true);
         if (column.align == TextAlign::Auto) it.align = TextAlign::Right;
         // a sum between its rules is never left empty, also where zero shows nothing in the rows
         if (it.number && it.text.empty()) it.text = "\xE2\x80\x93";
@@ -346,10 +285,7 @@ double Composer::totalsRow(PageBlock& block, const Expression& label, const RowC
     Drawn it = drawn(flat(label.evaluate(context).text()), "", look, TextAlign::Left, false);
     fit(it, labelEnd);
     put(block, it, look.color, band, 0, y + pad, labelEnd, line);
-    return pad + line + kRowPad_mm / 2 +
-           (look.below == PrintRule::None     ? 0
-            : look.below == PrintRule::Double ? 1.2
-                                              : 0.6);
+    return pad + line + kRowPad_mm / 2 + roomBelow(look.below);
 }
 
 PageBlock Composer::carried(const Expression& label, const RowContext& context, int scope) {

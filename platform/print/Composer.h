@@ -22,6 +22,11 @@ struct PageBlock {
     std::vector<const BandItem*> subreports;  ///< laid out below the block, in order
 };
 
+constexpr double kRowPad_mm = 0.5;  ///< a row's height above its lines
+FontSpec fontOf(const PrintStyle& style);
+double roomBelow(PrintRule rule);    ///< that a rule takes below a line of figures, mm
+std::string flat(std::string text);  ///< on one line
+
 class Composer {
 public:
     Composer(std::shared_ptr<const Prepared> data, Document& document, TextMeasure& measure, double width_mm);
@@ -49,11 +54,24 @@ private:
         bool number = false;
     };
 
+    /// A column's part of a row, before the height of the row is known.
+    struct RowPart {
+        const ReportColumn* column = nullptr;
+        const PrintStyle* look = nullptr;
+        Cell cell;
+        Drawn it;
+        std::vector<std::string> lines;
+        bool ruled = false;  ///< a figure whose style brings rules
+    };
+    std::optional<RowPart> rowPart(const ReportColumn& column, const RowContext& context, int rowStyle);
+    void putPart(PageBlock& block, RowPart& part, double top, double box, std::int16_t band);
+
     double overHeadings(PageBlock& block, const RowContext& context, const PrintStyle& look, std::int16_t band,
                         double y);
     void splitColumns();
     void spreadColumns(const std::vector<std::size_t>& set);
     Cell cellOf(const ReportColumn& column) const;
+    const std::string& formatOf(const ReportColumn& column) const;
     const ReportColumn* columnNamed(const std::string& name) const;
     const PrintStyle& style(int index, int otherwise = 0) const;
     int conditional(const std::vector<Condition>& conditions, const RowContext& context, int otherwise) const;

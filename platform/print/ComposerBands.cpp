@@ -10,8 +10,6 @@ namespace {
 
 constexpr double kBaseline = 1.05;  // of a text's size, below the top of its line
 
-FontSpec fontOf(const PrintStyle& style) { return {style.font, style.size_pt, style.bold, style.italic}; }
-
 bool late(const BandItem& item) { return item.value.uses(Fact::Pages) || item.when.uses(Fact::Pages); }
 
 }  // namespace

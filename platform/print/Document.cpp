@@ -84,10 +84,11 @@ std::string pageList(const Document& document) {
         }
         for (const TextRun& r : page.runs) {
             if (r.hidden) continue;
-            // a right-aligned text is known by its right edge
-            const bool right = r.align == TextAlign::Right;
-            lines.push_back(
-                {r.y, r.x, place(document, r.band, right ? r.x + r.width : r.x, r.y) + (right ? "> " : "") + r.text});
+            // a right-aligned text is known by its right edge, a centred one by its middle
+            const bool right = r.align == TextAlign::Right, centre = r.align == TextAlign::Center;
+            const float x = r.x + (right ? r.width : centre ? r.width / 2 : 0);
+            const char* mark = right ? "> " : centre ? "^ " : "";
+            lines.push_back({r.y, r.x, place(document, r.band, x, r.y) + mark + r.text});
         }
         std::stable_sort(lines.begin(), lines.end(),
                          [](const Line& a, const Line& b) { return a.y < b.y || (a.y == b.y && a.x < b.x); });

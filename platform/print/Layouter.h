@@ -73,6 +73,7 @@ private:
 
     void begin();
     void foot();
+    void footBand(const Band& band, std::size_t row);
     void layRow(std::size_t row);
     RowBlocks blocksOf(std::size_t row);
     std::vector<PageBlock> continuation(std::size_t row);

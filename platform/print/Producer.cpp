@@ -76,20 +76,25 @@ void Producer::begin() {
     if (header.height > 0) place(header, 0);
 }
 
+/// A band below the rows, on a page where it has room as a whole.
+void Producer::footBand(const Band& band, std::size_t row) {
+    PageBlock block = composer_.band(band, context(row), kScopeReport);
+    if (block.height <= 0) return;
+    if (!flow_.atTop() && (band.newPage == NewPage::Before || !flow_.fits(block.height))) {
+        flow_.newPage();
+        block = composer_.band(band, context(row), kScopeReport);
+    }
+    if (band.atBottom) flow_.pushToBottom(block.height);
+    place(block, row);
+}
+
 /// The report's foot; a cross-tab that goes on beside itself has one below each part.
 void Producer::foot() {
     const std::size_t last = data_->rowCount() == 0 ? 0 : data_->rowCount() - 1;
     const std::string& empty = data_->report().detail.emptyText;
     if (data_->rowCount() == 0 && !empty.empty()) place(composer_.note(empty), 0);
-    const Band& band = data_->report().reportFooter;
-    PageBlock footer = composer_.band(band, context(last), kScopeReport);
-    if (footer.height <= 0) return;
-    if (!flow_.atTop() && (band.newPage == NewPage::Before || !flow_.fits(footer.height))) {
-        flow_.newPage();
-        footer = composer_.band(band, context(last), kScopeReport);
-    }
-    if (band.atBottom) flow_.pushToBottom(footer.height);
-    place(footer, last);
+    footBand(data_->report().reportFooter, last);
+    if (set_ + 1 >= composer_.columnSets()) footBand(data_->report().signature, last);
 }
 
 bool Producer::step() {

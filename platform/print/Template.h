@@ -123,6 +123,7 @@ struct ReportColumn {
     int style = -1;
     std::string format;
     bool wrap = false;
+    Expression indent;  ///< millimetres that the text stands further in
     bool hideRepeated = false;
     Expression when;  ///< the column is shown at all
     Expression total;
@@ -157,6 +158,7 @@ struct Detail {
     std::vector<Condition> conditions;  ///< of the whole row
     PrintRule rules = PrintRule::None;  ///< between rows
     int stripe = kNoColor;              ///< background of every second row
+    Expression spaceBefore;             ///< millimetres of room above a row
     std::string emptyText;
     Expression carriedTo;     ///< label at the foot of a page that goes on: "Carried forward"
     Expression carriedFrom;   ///< and at the head of the next: "Brought forward"
@@ -199,6 +201,7 @@ struct Template {
     Expression where;
     std::vector<SortKey> sort;
     Band reportHeader, reportFooter, pageHeader, pageFooter;
+    Band signature;  ///< whole, below the report's footer
     std::vector<ReportGroup> groups;
     Detail detail;
     std::vector<ReportColumn> columns;

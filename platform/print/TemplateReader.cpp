@@ -68,6 +68,7 @@ public:
         BandReader bands(out_.styles, mistakes_);
         out_.reportHeader = bands.band(in_.node("reportHeader"), "reportHeader");
         out_.reportFooter = bands.band(in_.node("reportFooter"), "reportFooter");
+        out_.signature = bands.band(in_.node("signature"), "signature");
         out_.pageHeader = bands.band(in_.node("pageHeader"), "pageHeader");
         out_.pageFooter = bands.band(in_.node("pageFooter"), "pageFooter");
         for (const TextNode* node : in_.list("group")) out_.groups.push_back(bands.group(*node));
@@ -294,6 +295,7 @@ private:
         }
         checkItems(out_.reportHeader);
         checkItems(out_.reportFooter);
+        checkItems(out_.signature);
         checkItems(out_.pageHeader);
         checkItems(out_.pageFooter);
         checkItems(out_.detail.band);

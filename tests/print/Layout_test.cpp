@@ -75,6 +75,52 @@ TEST(Layout, LedgerCarriesItsSumsOverPages) {
     }
 }
 
+/// A template of the tests, with the hospital that every head names.
+std::unique_ptr<Report> headed(const std::string& file, ResultSet rows) {
+    auto report = sample(file);
+    report->setValue("HospitalName", "EXAMPLE GENERAL HOSPITAL");
+    report->setValue("HospAddress", "1 SAMPLE STREET, SAMPLE CITY");
+    report->setDescription("Printed by: Ana Cruz; Print date: 4/5/2024 10:30:00; HALCYRA 1.0");
+    report->setRows("main", std::move(rows));
+    report->runOnRows();
+    return report;
+}
+
+TEST(Layout, StatementWhoseRowsSayWhatTheyAre) {
+    const auto line = [](const char* kind, int level, const char* title, const char* note, const char* now,
+                         const char* before) {
+        return Row{kind, level, title, note, samples::money(now), samples::money(before)};
+    };
+    auto report = headed("Statement.rpt",
+                         rows({"Kind", "Level", "Title", "Note", "ThisYear", "LastYear"},
+                              {line("H", 0, "ASSETS", "", "0", "0"), line("D", 1, "Cash", "1", "1500000.25", "1200000"),
+                               line("D", 1, "Receivables", "2", "2500000", "2600000.50"),
+                               line("D", 2, "Allowance for doubtful accounts", "", "-125000", "0"),
+                               line("S", 1, "Current assets", "", "3875000.25", "3800000.50"),
+                               line("D", 1, "Property and equipment", "3", "9000000", "9500000"),
+                               line("T", 0, "TOTAL ASSETS", "", "12875000.25", "13300000.50"),
+                               line("H", 0, "LIABILITIES AND EQUITY", "", "0", "0"),
+                               line("D", 1, "Payables", "4", "3875000.25", "4300000.50"),
+                               line("D", 1, "Equity", "5", "9000000", "9000000"),
+                               line("T", 0, "TOTAL LIABILITIES AND EQUITY", "", "12875000.25", "13300000.50")}));
+    expectPages(*report, "Statement");
+}
+
+TEST(Layout, LandscapeLedgerWithSumsCarriedForward) {
+    ResultSet set = rows({"Code", "Title", "Day", "Reference", "Particulars", "Debit", "Credit"}, {});
+    for (int n = 1; n <= 45; ++n) {
+        set.rows.push_back({"2101", "ACCOUNTS PAYABLE", Date(2024, 3, 1 + n % 28), "AP " + std::to_string(2400 + n),
+                            "Supplier " + std::to_string(n), n % 5 == 0 ? Money::whole(n * 50) : Money(),
+                            n % 5 == 0 ? Money() : Money::whole(n * 10)});
+    }
+    set.rows.push_back({"2102", "ACCRUED EXPENSES", Date(2024, 3, 31), "JV 7", "Accrual", Money(), Money::whole(99)});
+    auto report = headed("LedgerLandscape.rpt", std::move(set));
+    expectPages(*report, "LedgerLandscape");
+    ASSERT_EQ(report->pages(), 2);
+    // lines 1 to 31 stand on page 1: debits 50 x (5 + ... + 30), credits 10 x (1 + ... + 31 without those)
+    EXPECT_EQ(bandText(*report, 1, "carried"), "5,250.00 | 3,910.00 | 1,340.00 | Brought forward");
+}
+
 TEST(Layout, CrossTabTooWideGoesOnOnFurtherPages) {
     ResultSet set = rows({"Code", "Title", "Period", "Ending"}, {});
     for (int account = 1; account <= 3; ++account) {

@@ -5,7 +5,7 @@
 CREATE OR ALTER VIEW dbo.vwBookBatch
 AS
 SELECT
-    'JV' AS Book, A.Batch, ISNULL(NULLIF(B.PrintJVBatch, ''), A.Batch) AS DisplayBatch, A.Period, A.BatchDate, A.BatchType,
+    'JV' AS Book, A.Batch, ISNULL(NULLIF(NULLIF(B.PrintJVBatch, ''), '0'), A.Batch) AS DisplayBatch, A.Period, A.BatchDate, A.BatchType,
     A.Particular, A.Total, A.Posted, A.Cancelled, A.Encoder
 FROM dbo.JV AS A
 LEFT JOIN dbo.JV2 AS B ON B.Batch = A.Batch
