@@ -44,9 +44,9 @@ protected:
     virtual Layout buttonRow();
     Session& session() const { return session_; }
     void choose(std::string code, std::string title);
+    void RefreshGrid();
 
 private:
-    void RefreshGrid();
     void showRows(const Recordset& rows);
     void txtSearchStr_KeyDown(const std::string& key, bool& handled);
     void cmdSelect_Click();

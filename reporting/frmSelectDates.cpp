@@ -1,95 +1,153 @@
 #include "reporting/frmSelectDates.h"
 
-#include <charconv>
-
 #include "core/Session.h"
 #include "core/module1.h"
-#include "platform/forms/Dialogs.h"
+#include "platform/base/Text.h"
 
 namespace kv {
+namespace {
 
-SelectDialog::SelectDialog(std::string name, std::string caption) : Form(std::move(name), std::move(caption)) {
-    cmdOption0.primary();
-    cmdOption0.onClick = [this] {
-        if (!accepted()) return;
-        confirmed_ = true;
-        Unload();
-    };
-    cmdOption1.cancels();
-    cmdOption1.onClick = [this] { Unload(); };
+using Kind = SelectPart::Kind;
+
+constexpr SelectPart kBank{Kind::Code, "txtBank", "&Bank Account :", "cmdCashInBank", "lblBank"};
+
+// clang-format off
+const SelectShape kShapes[] = {
+    {"frmSelectReportDate", "Select Report Date", {{Kind::Day, "dtpReportDate", "Report &Date :"}}},
+    {"frmSelectDate", "Select Report Date",
+        {{Kind::Day, "dtpStartDate", "&Start Date :"}, {Kind::Day, "dtpEndDate", "&End Date :"}}},
+    {"frmSelectDateBank", "Select Report Date", {kBank, {Kind::Day, "dtpReportDate", "Report &Date :"}}},
+    {"frmSelectDateRangeBank", "Select Report Date",
+        {kBank, {Kind::Day, "dtpReportDateStart", "&Start Date :"}, {Kind::Day, "dtpReportDateEnd", "&End Date :"}}},
+    {"frmSelectDateEntity", "Select Report Date",
+        {{Kind::Code, "txtCode", "C&ode :", "cmdCode", "lblCode"},
+         {Kind::Day, "dtpReportDate1", "&Start Date :"}, {Kind::Day, "dtpReportDate2", "&End Date :"}}},
+    {"frmSelectDateWType", "Select Report Date",
+        {{Kind::Day, "dtpStartDate", "&Start Date :"}, {Kind::Day, "dtpEndDate", "&End Date :"},
+         {Kind::Choice, "cmbAPType", "&Type :"}}},
+    {"frmSelectPeriod", "Select Report Period", {{Kind::Month, "dtpReportDate", "Report &Month :"}}},
+    {"frmSelectPeriodRange", "Select Period",
+        {{Kind::Month, "dtpStart", "&Start :"}, {Kind::Month, "dtpEnd", "&End :"}}},
+    {"frmSelectPeriodRangeType", "Select Period",
+        {{Kind::Month, "dtpStart", "&Start :"}, {Kind::Month, "dtpEnd", "&End :"},
+         {Kind::Choice, "cmbAPType", "&Type :"}}},
+    {"frmSelectPeriodBank", "Select Report Date", {kBank, {Kind::Month, "dtpReportDate", "Report &Month :"}}},
+    {"frmSelectPeriodAccount", "Select Period / Account Code",
+        {{Kind::Code, "txtEntity", "&Account Code :", "cmdEntity", "lblEntity"},
+         {Kind::Month, "dtpPeriod", "&Period :"}}},
+    {"frmSelectPeriodAccountCstCtr", "Report Options",
+        {{Kind::Code, "txtAccount", "&Account Code :", "cmdAccount", "lblAccount"},
+         {Kind::Code, "txtCstCtr", "&Department :", "cmdCstCtr", "lblCstCtr", true},
+         {Kind::Day, "dtpStart", "&Start Date :"}, {Kind::Day, "dtpEnd", "&End Date :"}}},
+    {"frmSelectRange", "Range", {{Kind::Number, "txtAPV0", "&From :"}, {Kind::Number, "txtAPV1", "&To :"}}},
+    {"frmSelectQuarter", "Select Quarter",
+        {{Kind::Quarter, "optQuarter", "Quarter :"}, {Kind::Year, "txtYear", "&Year :"}}},
+    {"frmSelectYear", "Report Year", {{Kind::Year, "txtYear", "&Year :"}}, "", "NOTE: Enter Year to Report"},
+};
+// clang-format on
+
+const SelectShape& shapeOf(std::string_view name) {
+    for (const SelectShape& shape : kShapes) {
+        if (name == shape.name) return shape;
+    }
+    throw Error(5, "SelectDialog", "There is no dialog " + std::string(name) + ".");
 }
 
-void SelectDialog::dress(const Layout& content) { setLayout(column({content, buttons({cmdOption0, cmdOption1})})); }
-
-bool SelectDialog::ask() {
-    confirmed_ = false;
-    ShowModal();
-    return confirmed_;
+SelectShape receiptsShape() {
+    return {"frmSelectPeriodRange",
+            "Search O.R. Ranged",
+            {{Kind::Number, "txtStart", "Start :"}, {Kind::Number, "txtEnd", "End :"}},
+            "Search O.R."};
 }
 
-frmSelectReportDate::frmSelectReportDate() : SelectDialog("frmSelectReportDate", "Select Report Date") {
-    dress(fields({{"Report &Date :", dtpReportDate}}));
-    setFirstFocus(dtpReportDate);
+SelectShape miscShape(const char* miscCaption) {
+    return {"frmSelectDateMisc",
+            "Select Report Date",
+            {{Kind::Day, "dtpStartDate", "&Start Date :"},
+             {Kind::Day, "dtpEndDate", "&End Date :"},
+             {Kind::Text, "txtPayee", miscCaption, "", "", true}}};
 }
 
-bool frmSelectReportDate::ShowDialog(std::string& ReportDate) {
-    dtpReportDate.setValue(parseDate(ReportDate).value_or(Today()));
-    if (!ask()) return false;
-    ReportDate = Format(dtpReportDate.value(), "yyyy-MM-dd");
-    return true;
+}  // namespace
+
+std::vector<std::string> payeeTypes(const std::string& ClientCode) {
+    if (ClientCode == "ZRY" || ClientCode == "PXNK") {
+        return {"All", "Trade (COD)", "Trade (Terms)", "Non-Trade", "Doctors"};
+    }
+    return {"All", "Trade", "Non-Trade", "Prof Fee"};
 }
 
-frmSelectDate::frmSelectDate(Session& session)
-    : SelectDialog("frmSelectDate", "Select Report Date"), session_(session) {
-    dress(fields({{"&Start Date :", dtpStartDate}, {"&End Date :", dtpEndDate}}));
-    setFirstFocus(dtpStartDate);
-}
+frmSelectReportDate::frmSelectReportDate() : SelectDialog(shapeOf("frmSelectReportDate")) {}
+
+frmSelectDate::frmSelectDate(Session& session) : SelectDialog(shapeOf("frmSelectDate")), session_(session) {}
 
 bool frmSelectDate::ShowDialog(std::string& StartDate, std::string& EndDate, bool CheckDate) {
     checkDate_ = CheckDate;
-    dtpStartDate.setValue(parseDate(StartDate).value_or(Today()));
-    dtpEndDate.setValue(parseDate(EndDate).value_or(Today()));
-    if (!ask()) return false;
-    StartDate = Format(dtpStartDate.value(), "yyyy-MM-dd");
-    EndDate = Format(dtpEndDate.value(), "yyyy-MM-dd");
-    return true;
+    return ask({&StartDate, &EndDate});
 }
 
-bool frmSelectDate::notAfterServer(DatePicker& picker) {
-    if (picker.value().dayOnly() <= module1::ServerDate(session_.cn()).dayOnly()) return true;
-    MsgBox(
-        "The date " + Format(picker.value(), "dd MMM yyyy") + " is not valid for this report. Select a different date.",
-        Icon::Exclamation);
-    picker.setFocus();
-    return false;
+bool frmSelectDate::dayAllowed(const Date& day) {
+    return !checkDate_ || day <= module1::ServerDate(session_.cn()).dayOnly();
 }
 
-bool frmSelectDate::accepted() {
-    if (dtpStartDate.value() > dtpEndDate.value()) {
-        MsgBox("The Start Date must not be greater than End Date.", Icon::Exclamation);
-        return false;
-    }
-    return !checkDate_ || (notAfterServer(dtpStartDate) && notAfterServer(dtpEndDate));
+frmSelectDateBank::frmSelectDateBank(CodeLookup bankAccounts) : SelectDialog(shapeOf("frmSelectDateBank")) {
+    setLookup(0, std::move(bankAccounts));
 }
 
-frmSelectPeriod::frmSelectPeriod() : SelectDialog("frmSelectPeriod", "Select Report Period") {
-    dress(fields({{"Report &Month :", dtpReportDate}}));
-    setFirstFocus(dtpReportDate);
+frmSelectDateRangeBank::frmSelectDateRangeBank(CodeLookup bankAccounts)
+    : SelectDialog(shapeOf("frmSelectDateRangeBank")) {
+    setLookup(0, std::move(bankAccounts));
 }
 
-bool frmSelectPeriod::ShowDialog(std::string& Period) {
-    dtpReportDate.setValue(dateOfPeriod(Period));
-    if (!ask()) return false;
-    Period = module1::GetPeriod(dtpReportDate.value());
-    return true;
+frmSelectDateEntity::frmSelectDateEntity(CodeLookup entities) : SelectDialog(shapeOf("frmSelectDateEntity")) {
+    setLookup(0, std::move(entities));
 }
 
-Date dateOfPeriod(std::string_view period) {
-    int number = 0;
-    const auto read = std::from_chars(period.data(), period.data() + period.size(), number);
-    const bool plain = period.size() == 6 && read.ec == std::errc() && read.ptr == period.data() + period.size();
-    if (plain && isRealDay(number / 100, number % 100, 1)) return Date(number / 100, number % 100, 1);
-    return Date(Today().year(), Today().month(), 1);
+frmSelectDateMisc::frmSelectDateMisc(const char* miscCaption) : SelectDialog(miscShape(miscCaption)) {}
+
+frmSelectDateWType::frmSelectDateWType(const Session& session) : SelectDialog(shapeOf("frmSelectDateWType")) {
+    setChoices(2, payeeTypes(session.ClientCode()));
 }
+
+bool frmSelectDateWType::dayAllowed(const Date& day) { return day >= Date(2000, 1, 1); }
+
+frmSelectPeriod::frmSelectPeriod() : SelectDialog(shapeOf("frmSelectPeriod")) {}
+
+frmSelectPeriodRange::frmSelectPeriodRange(Of what)
+    : SelectDialog(what == Of::Receipts ? receiptsShape() : shapeOf("frmSelectPeriodRange")) {}
+
+frmSelectPeriodRangeType::frmSelectPeriodRangeType(const Session& session)
+    : SelectDialog(shapeOf("frmSelectPeriodRangeType")) {
+    setChoices(2, payeeTypes(session.ClientCode()));
+}
+
+frmSelectPeriodBank::frmSelectPeriodBank(CodeLookup bankAccounts) : SelectDialog(shapeOf("frmSelectPeriodBank")) {
+    setLookup(0, std::move(bankAccounts));
+}
+
+frmSelectPeriodAccount::frmSelectPeriodAccount(CodeLookup accounts) : SelectDialog(shapeOf("frmSelectPeriodAccount")) {
+    setLookup(0, std::move(accounts));
+}
+
+frmSelectPeriodAccountCstCtr::frmSelectPeriodAccountCstCtr(CodeLookup accounts, CodeLookup costCenters)
+    : SelectDialog(shapeOf("frmSelectPeriodAccountCstCtr")) {
+    setLookup(0, std::move(accounts));
+    setLookup(1, std::move(costCenters));
+}
+
+frmSelectRange::frmSelectRange() : SelectDialog(shapeOf("frmSelectRange")) {}
+
+frmSelectQuarter::frmSelectQuarter() : SelectDialog(shapeOf("frmSelectQuarter")) {}
+
+int frmSelectQuarter::Quarter() const { return static_cast<int>(numberOf(quarter_)); }
+
+int frmSelectQuarter::Year() const { return static_cast<int>(numberOf(year_)); }
+
+void frmSelectQuarter::SetQuarter(int Quarter, int Year) {
+    quarter_ = std::to_string(Quarter);
+    year_ = std::to_string(Year);
+}
+
+frmSelectYear::frmSelectYear() : SelectDialog(shapeOf("frmSelectYear")) {}
 
 }  // namespace kv

@@ -151,10 +151,11 @@ public:
     void setCaption(std::string_view caption);
     /// Large button of a shell: icon above the text.
     CommandButton& large();
-    CommandButton& primary();  ///< the one filled button of a form; Enter presses it where no field takes Enter
-    CommandButton& cancels();  ///< Escape presses it; it does not cause validation
-    CommandButton& narrow();   ///< a "..." or icon button beside a field
-    void press();              ///< as a click by code: no focus change, no validation
+    CommandButton& primary();   ///< the one filled button of a form; Enter presses it where no field takes Enter
+    CommandButton& cancels();   ///< Escape presses it; it does not cause validation
+    CommandButton& narrow();    ///< a "..." or icon button beside a field
+    CommandButton& skipsTab();  ///< Tab and Enter pass it by; a key of its field does what it does
+    void press();               ///< as a click by code: no focus change, no validation
     void setIcon(std::string_view icon);
 
     Event<> onClick;

@@ -28,11 +28,13 @@ Layout row(std::initializer_list<Layout> parts) { return make(Kind::Row, parts);
 Layout column(const std::vector<Layout>& parts) { return make(Kind::Column, parts); }
 Layout row(const std::vector<Layout>& parts) { return make(Kind::Row, parts); }
 
-Layout fields(std::initializer_list<FieldRow> rows, int columns) {
+Layout fields(const std::vector<FieldRow>& rows, int columns) {
     Layout layout = make(Kind::Fields, {}, columns);
     layout.node()->rows = rows;
     return layout;
 }
+
+Layout fields(std::initializer_list<FieldRow> rows, int columns) { return fields(std::vector(rows), columns); }
 
 Layout group(std::string caption, Layout content) {
     Layout layout = make(Kind::Group, {std::move(content)});

@@ -64,5 +64,6 @@ Layout mdiArea();
 /// The same with a list made at run time.
 Layout column(const std::vector<Layout>& parts);
 Layout row(const std::vector<Layout>& parts);
+Layout fields(const std::vector<FieldRow>& rows, int columns = 1);
 
 }  // namespace kv

@@ -312,6 +312,11 @@ void Builder::add(const Layout& layout, QBoxLayout* box, int stretch) {
         case Kind::Split:
             return addSplit(node, box, stretch);
         case Kind::Width: {
+            const LayoutNode& only = *node.parts.front().node();
+            if (only.kind == Kind::Control && only.control->widget() && box->direction() == QBoxLayout::LeftToRight) {
+                only.control->widget()->setFixedWidth(charsWidth(parent_, node.number));  // stays in line with the row
+                return place(*only.control, box, 0);
+            }
             auto* holder = new QWidget(parent_);
             holder->setFixedWidth(charsWidth(holder, node.number));
             return addPanel(holder, node.parts.front(), box, stretch, QMargins(0, 0, 0, 0));

@@ -209,6 +209,11 @@ CommandButton& CommandButton::narrow() {
     return *this;
 }
 
+CommandButton& CommandButton::skipsTab() {
+    faceOf(*this)->setFocusPolicy(Qt::ClickFocus);
+    return *this;
+}
+
 void CommandButton::press() {
     if (enabled()) raise(onClick, "Click");
 }

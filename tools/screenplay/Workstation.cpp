@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "app/DialogList.h"
 #include "platform/base/Error.h"
 #include "platform/base/Paths.h"
 #include "platform/base/Text.h"
@@ -106,6 +107,11 @@ ShownReport* Workstation::report() {
     if (!viewer) return nullptr;
     report_ = std::make_unique<ViewedReport>(*viewer);
     return report_.get();
+}
+
+std::optional<std::vector<std::string>> Workstation::ask(const std::string& dialog, std::vector<std::string> values) {
+    if (!askDialog(program_->session(), dialog, values)) return std::nullopt;
+    return values;
 }
 
 std::vector<std::string> Workstation::unsound() {

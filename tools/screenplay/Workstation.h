@@ -20,6 +20,7 @@ public:
     void observe(std::function<void(std::string_view)> listener) override { listener_ = std::move(listener); }
     std::unique_ptr<Connection> connect() override;
     ShownReport* report() override;
+    std::optional<std::vector<std::string>> ask(const std::string& dialog, std::vector<std::string> values) override;
     std::vector<std::string> unsound() override;
 
 private:

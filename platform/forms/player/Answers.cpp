@@ -156,6 +156,13 @@ void pick(Performance& show, const PlayLine& line) {
     clickControl(show.stage.usable("cmdSelect", {"CommandButton"}));
 }
 
+void dialog(Performance& show, const PlayLine& line) {
+    const std::string& name = line.word(1, "the name of a dialog");
+    std::vector<std::string> values;
+    for (std::size_t i = 2; line.has(i); ++i) values.push_back(line.text(i, "a value"));
+    show.answer = show.program.ask(name, std::move(values));
+}
+
 void close(Performance& show, const PlayLine& line) {
     line.atMost(1);
     QWidget* window = show.stage.asking() ? show.stage.window() : frameOf(show.stage.form());
@@ -192,15 +199,11 @@ void signin(Performance& show, const PlayLine& line) { signInAs(show, line, 1, f
 void refusedSignin(Performance& show, const PlayLine& line) { signInAs(show, line, 2, true); }
 
 constexpr CommandEntry kCommands[] = {
-    {"message", message},
-    {"maybe message", maybeMessage},
-    {"input", input},
-    {"printer", printer},
-    {"choosefile", chooseFile},
-    {"pick", pick},
-    {"close", close},
-    {"signin", signin},
-    {"refused signin", refusedSignin},
+    {"message", message},       {"maybe message", maybeMessage},
+    {"input", input},           {"printer", printer},
+    {"choosefile", chooseFile}, {"pick", pick},
+    {"dialog", dialog},         {"close", close},
+    {"signin", signin},         {"refused signin", refusedSignin},
 };
 
 }  // namespace

@@ -57,6 +57,22 @@ Finding caption(Performance& show, const PlayLine& line, std::size_t at) {
     return compared("the caption", wanted, box ? box->box().title : show.stage.form().caption());
 }
 
+Finding answer(Performance& show, const PlayLine& line, std::size_t at) {
+    if (!show.answer) {
+        line.atMost(at + 1);
+        return {line.bare(at) == "none", "an answer", "that the dialog was cancelled"};
+    }
+    bool held = line.size() == at + show.answer->size() && line.bare(at) != "none";
+    std::vector<std::string> found;
+    std::vector<std::string> wanted;
+    for (const std::string& value : *show.answer) found.push_back(inQuotes(value));
+    for (std::size_t i = at; line.has(i); ++i) {
+        wanted.push_back(inQuotes(line.word(i, "a value")));
+        held = held && matches(line.word(i, "a value"), (*show.answer)[i - at]);
+    }
+    return {held, "the answer " + join(wanted, " "), join(found, " ")};
+}
+
 // ---- controls ----------------------------------------------------------------------------------------------------
 
 /// The column of a list by number: sub-items from 1.
@@ -264,6 +280,7 @@ Finding look(Performance& show, const PlayLine& line, std::size_t at) {
         {"form", form},     {"caption", caption}, {"rows", rows},
         {"sql", sql},       {"sent", sent},       {"unsent", unsent},
         {"report", report}, {"file", file},       {"clipboard", clipboardText},
+        {"answer", answer},
     };
     const std::string word = line.bare(at);
     if (word == "refused") {

@@ -51,6 +51,8 @@ public:
     Stage stage;
     StatementRecord record;
     std::optional<SignInTry> signing;
+    /// What the dialog that the play opened last gave; nothing when it was cancelled.
+    std::optional<std::vector<std::string>> answer;
 
     /// The player's own connection, opened at first use.
     Connection& connection();

@@ -3,11 +3,13 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/base/Date.h"
+#include "platform/base/Error.h"
 #include "platform/data/Connection.h"
 
 namespace kv {
@@ -43,6 +45,12 @@ public:
     virtual std::unique_ptr<Connection> connect() = 0;
     /// nullptr while none is shown.
     virtual ShownReport* report() = 0;
+    /// Opens a dialog that gives values to its caller, as a screen would, starting with these. Nothing when it was
+    /// cancelled. Raises Error for a dialog that there is not.
+    virtual std::optional<std::vector<std::string>> ask(const std::string& dialog,
+                                                        std::vector<std::string> /*values*/) {
+        throw Error(kErrObjectMissing, "screenplay", "This program has no dialog " + dialog + ".");
+    }
     /// What is wrong with the data after a play, one line each; a play whose lines all held fails by it.
     virtual std::vector<std::string> unsound() { return {}; }
 };
