@@ -7,12 +7,14 @@
 
 #include "platform/base/Error.h"
 #include "platform/forms/FormImpl.h"
+#include "platform/forms/Openings.h"
 
 namespace kv {
 
 namespace {
 
 Form* theShell = nullptr;
+OpeningWatcher openingWatcher;
 
 template <class List, class Value>
 void drop(List& list, const Value& value) {
@@ -28,6 +30,8 @@ std::string plainName(std::string_view name) {
 }
 
 }  // namespace
+
+void watchOpenings(OpeningWatcher watcher) { openingWatcher = std::move(watcher); }
 
 std::vector<Form*>& Form::Impl::open() {
     static std::vector<Form*> forms;
@@ -91,11 +95,19 @@ void Form::Load() {
         "Form_Load", [this] { Form_Load(); }, std::source_location{});
 }
 
+void Form::Impl::tellOpening() {
+    if (!openingWatcher || told) return;
+    told = true;
+    form.widget()->grab();
+    openingWatcher(form, 1e3 * static_cast<double>(std::clock() - born) / CLOCKS_PER_SEC);
+}
+
 void Form::Show() {
     Load();
     if (!impl_->loaded) return;
     if (impl_->window == Window::Child && theShell && theShell != this) {
         impl_->showChild();
+        impl_->tellOpening();
         return;
     }
     impl_->place();
@@ -104,6 +116,7 @@ void Form::Show() {
     widget_->raise();
     widget_->activateWindow();
     impl_->focusFirst();
+    impl_->tellOpening();
 }
 
 void Form::ShowModal() {
@@ -128,6 +141,7 @@ void Form::ShowModal() {
     widget_->show();
     widget_->activateWindow();
     impl_->focusFirst();
+    impl_->tellOpening();
     if (dialogHooks().modal) dialogHooks().modal(*this);
     if (*alive && isVisible()) {
         QEventLoop loop;

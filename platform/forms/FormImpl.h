@@ -14,6 +14,7 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <ctime>
 #include <unordered_map>
 
 #include "platform/forms/Internal.h"
@@ -57,6 +58,9 @@ struct Form::Impl {
     Form& form;
     int depth = 0;  ///< handlers of this form that are running
     Window window;
+    std::clock_t born = std::clock();
+    bool told = false;  ///< its opening was told to the watcher
+    void tellOpening();
     std::shared_ptr<bool> alive = std::make_shared<bool>(true);
 
     // life

@@ -1,13 +1,19 @@
 // screenplay: plays the program's windows by the names of their controls; see docs/developers for the plays.
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <map>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/base/Error.h"
 #include "platform/forms/Application.h"
+#include "platform/forms/Form.h"
+#include "platform/forms/Openings.h"
 #include "platform/forms/player/Player.h"
 #include "tools/screenplay/DemoDatabase.h"
 #include "tools/screenplay/Workstation.h"
@@ -15,14 +21,15 @@
 namespace {
 
 constexpr const char* kUsage =
-    "usage: screenplay [--data FILE] [--out DIR] [--keep-going] [--show] FILE.play ...\n"
+    "usage: screenplay [--data FILE] [--out DIR] [--keep-going] [--show] [--openings] FILE.play ...\n"
     "\n"
     "  --data FILE    the database file; made with the demo hospital when it does not exist\n"
     "  --data :fresh  each play on a throwaway copy of the demo hospital (the default); a line\n"
     "                 \"# hospital: year\" in the play asks for one with the books of 2023 and 2024\n"
     "  --out DIR      where pictures, reports and files go; \".\" without it\n"
     "  --keep-going   goes on with the next play after one that failed\n"
-    "  --show         on the display, where there is one\n";
+    "  --show         on the display, where there is one\n"
+    "  --openings     says how long each form took to come up\n";
 
 constexpr const char* kFresh = ":fresh";
 
@@ -31,6 +38,7 @@ struct Arguments {
     std::string out = ".";
     bool keepGoing = false;
     bool show = false;
+    bool openings = false;
     bool serve = false;  ///< as a further workstation of a play, see Station
     std::vector<std::string> plays;
     bool good = true;
@@ -47,6 +55,8 @@ Arguments parseArguments(int argc, char** argv) {
             given.keepGoing = true;
         else if (word == "--show")
             given.show = true;
+        else if (word == "--openings")
+            given.openings = true;
         else if (word == "--serve")
             given.serve = true;
         else if (word.starts_with("-"))
@@ -85,8 +95,37 @@ bool playOne(const Arguments& given, const std::string& play) {
     return playOn(given, given.data, play);
 }
 
+/// Medians of all openings of all plays, the slowest form first.
+class Openings {
+public:
+    Openings() {
+        kv::watchOpenings([this](const kv::Form& form, double ms) { taken_ms_[form.name()].push_back(ms); });
+    }
+    Openings(const Openings&) = delete;
+    Openings& operator=(const Openings&) = delete;
+    ~Openings() { kv::watchOpenings({}); }
+    void print() {
+        std::vector<std::pair<double, std::string>> medians;
+        for (auto& [form, all] : taken_ms_) {
+            const auto middle = all.begin() + static_cast<std::ptrdiff_t>(all.size() / 2);
+            std::nth_element(all.begin(), middle, all.end());
+            medians.emplace_back(*middle, form);
+        }
+        std::sort(medians.rbegin(), medians.rend());
+        std::printf("%9s %6s  form\n", "median ms", "times");
+        for (const auto& [ms, form] : medians) {
+            std::printf("%9.1f %6zu  %s\n", ms, taken_ms_[form].size(), form.c_str());
+        }
+    }
+
+private:
+    std::map<std::string, std::vector<double>> taken_ms_;
+};
+
 int playAll(const Arguments& given) {
     if (given.serve) return playOn(given, given.data, {}) ? 0 : 1;
+    std::optional<Openings> openings;
+    if (given.openings) openings.emplace();
     std::size_t held = 0;
     for (const std::string& play : given.plays) {
         if (playOne(given, play))
@@ -94,6 +133,7 @@ int playAll(const Arguments& given) {
         else if (!given.keepGoing)
             break;
     }
+    if (openings) openings->print();
     const std::size_t failed = given.plays.size() - held;
     if (given.plays.size() > 1) std::printf("%zu plays held, %zu did not or were not reached\n", held, failed);
     return failed ? 1 : 0;
