@@ -192,6 +192,17 @@ bool Save_AuditLog_Err(Session& session, std::string_view Book, std::string_view
     });
 }
 
+void SaveCDBAuditLog(Session& session, std::string_view CVNo, std::string_view Extra, Place at) {
+    traced("module1.SaveCDBAuditLog", at, [&] {
+        const Recordset row =
+            session.cn().Open("SELECT COUNT(*) AS CDBCount FROM CDB WHERE CVNo  = '" + SQLString(CVNo) + "'");
+        const bool edited = !row.eof() && row["CDBCount"].integer() > 0;
+        const std::string number(CVNo);
+        Save_AuditLog_Err(session, "CDB", CVNo, Extra,
+                          edited ? "Edited on CV No : " + number : "Added on CV No : " + number);
+    });
+}
+
 void CheckErrors(Connection& cn, Place at) {
     for (const DbError& error : cn.errors()) {
         if (error.severity > 10) throw Error(error.number, error.source, error.description, at);

@@ -80,6 +80,8 @@ bool SelectPrinter(Session& session, Place at = Place::current());
 void SaveUserLog(Session& session, std::string_view Text, Place at = Place::current());
 bool Save_AuditLog_Err(Session& session, std::string_view Book, std::string_view Reference, std::string_view Extra,
                        std::string_view Text, Place at = Place::current());
+/// Logs that a check voucher is added, or edited when it stands already; so it goes before the save that makes it.
+void SaveCDBAuditLog(Session& session, std::string_view CVNo, std::string_view Extra, Place at = Place::current());
 
 /// Raises the first error that the connection has collected, if any.
 void CheckErrors(Connection& cn, Place at = Place::current());

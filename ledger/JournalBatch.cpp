@@ -21,8 +21,8 @@ void drawNumbers(Session& session, JournalBatch& batch) {
     if (keeps) return;
     batch.Batch = GetNewBatchNum(session, session.BookCode());
     if (!journal) return;
-    batch.Printed = GetNextJvNumber(session, module1::GetPeriod(batch.BatchDate), batch.BatchDate);
-    batch.FormMode = batch.Printed.PrintJVBatch;
+    batch.Printed = GetNextJvNumber(session, batch.Batch, module1::GetPeriod(batch.BatchDate), batch.BatchDate);
+    batch.FormMode = batch.Printed.Text;
 }
 
 std::string insertLine(const Session& session, const JournalBatch& batch, const JournalLine& line, int seqNo) {
@@ -121,10 +121,10 @@ void saveHeader(Session& session, const JournalBatch& batch) {
     if (session.BookCode() == "JV") {
         send(session, sql("sp_Insert_JV2 '{}', '{}', '', '{}', '{}', '{}' ")
                           .text(batch.Batch)
-                          .text(batch.Printed.PrintJVBatch)
-                          .text(batch.Printed.JVYear)
-                          .text(batch.Printed.JVMonth)
-                          .text(batch.Printed.JVSeries));
+                          .text(batch.Printed.Text)
+                          .text(batch.Printed.Year)
+                          .text(batch.Printed.Month)
+                          .text(batch.Printed.Series));
     }
     if (session.UpdateAcctgLink) {
         send(session,

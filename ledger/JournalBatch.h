@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "ledger/BatchNumbers.h"
+#include "core/DocumentNumbers.h"
 #include "platform/base/Date.h"
 #include "platform/base/Money.h"
 

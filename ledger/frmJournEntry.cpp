@@ -81,7 +81,7 @@ void frmJournEntry::Edit(std::string_view Batch) {
     FormMode_ = Batch;
     if (session_.BookCode() == "JV") {
         printed_ = GetInternalNumbersJV(session_, Batch);
-        FormMode_ = printed_.PrintJVBatch;
+        FormMode_ = printed_.Text;
     }
     session_.CurrentBatch = CurrentBatch_;
 }

@@ -19,11 +19,15 @@ protected:
         for (const Row& row : all(chain_)) out += row[0].text() + " " + row.back().text() + "; ";
         return out;
     }
-    /// As an administrator of the database would, past the guard.
-    void behindTheGuard(const std::string& statement) {
+    /// As an administrator of the database would, past the guards; the log is whole again afterwards.
+    std::string afterDamage(const std::string& damage) {
+        cn->BeginTrans();
         run("DISABLE TRIGGER tr_AuditLog_AppendOnly ON dbo.AuditLog");
-        run(statement);
-        run("ENABLE TRIGGER tr_AuditLog_AppendOnly ON dbo.AuditLog");
+        run("DISABLE TRIGGER tr_AuditHead_Forward ON dbo.AuditHead");
+        run(damage);
+        std::string found = faults();
+        cn->RollbackTrans();
+        return found;
     }
 
 private:
@@ -45,24 +49,48 @@ TEST_F(Audit, RowsCountWithoutGapsAndFollowEachOther) {
 }
 
 TEST_F(Audit, RefusesChangeAndRemoval) {
-    const std::string refusal = "50040 Rows of the audit log are never changed or removed.";
-    EXPECT_EQ(refused("UPDATE AuditLog SET LogText = 'x' WHERE LogID = 2"), refusal);
-    EXPECT_EQ(refused("DELETE FROM AuditLog WHERE LogID = 5"), refusal);
+    const std::string log = "50040 Rows of the audit log are never changed or removed.";
+    EXPECT_EQ(refused("UPDATE AuditLog SET LogText = 'x' WHERE LogID = 2"), log);
+    EXPECT_EQ(refused("DELETE FROM AuditLog WHERE LogID = 5"), log);
+    const std::string end = "50040 The end of the audit log is never set back.";
+    EXPECT_EQ(refused("UPDATE AuditHead SET LastID = LastID - 1"), end);
+    EXPECT_EQ(refused("UPDATE AuditHead SET LastHash = ''"), end);
+    EXPECT_EQ(refused("DELETE FROM AuditHead"), end);
     EXPECT_EQ(faults(), "");
 }
 
-TEST_F(Audit, FindsAChangeAGapAndACutEnd) {
-    behindTheGuard("UPDATE AuditLog SET LogText = 'something else' WHERE LogID = 2");
-    EXPECT_EQ(faults(), "2 Was changed; ");
-    behindTheGuard(
-        "UPDATE AuditLog SET Hash = dbo.fn_AuditHash(PrevHash, LogID, LogDate, UserID, Book, Reference, Extra, "
-        "LogText) "
-        "WHERE LogID = 2");
-    EXPECT_EQ(faults(), "3 Does not follow the row before; ");
-    behindTheGuard("DELETE FROM AuditLog WHERE LogID = 2");
-    EXPECT_EQ(faults(), "3 The row before is missing; ");
-    behindTheGuard("DELETE FROM AuditLog WHERE LogID >= 3");
-    EXPECT_EQ(faults(), "5 Rows at the end are missing; ");
+TEST_F(Audit, FindsEachKindOfDamageAtTheBeginningTheMiddleAndTheEnd) {
+    const std::string own = "dbo.fn_AuditHash(PrevHash, LogID, LogDate, UserID, Book, Reference, Extra, LogText)";
+    const std::pair<std::string, const char*> table[] = {
+        // a changed row
+        {"UPDATE AuditLog SET LogText = 'something else' WHERE LogID = 1", "1 Was changed; "},
+        {"UPDATE AuditLog SET UserID = 'E002' WHERE LogID = 3", "3 Was changed; "},
+        {"UPDATE AuditLog SET LogDate = DATEADD(minute, 1, LogDate) WHERE LogID = 5", "5 Was changed; "},
+        // a changed hash
+        {"UPDATE AuditLog SET Hash = PrevHash WHERE LogID = 3", "3 Was changed; 4 Does not follow the row before; "},
+        {"UPDATE AuditLog SET PrevHash = '' WHERE LogID = 3", "3 Does not follow the row before; "},
+        {"UPDATE AuditLog SET Hash = PrevHash WHERE LogID = 5",
+         "5 Was changed; 5 Is not the row that was written last; "},
+        // a changed row with its hash made anew
+        {"UPDATE AuditLog SET LogText = 'x' WHERE LogID = 3; UPDATE AuditLog SET Hash = " + own + " WHERE LogID = 3",
+         "4 Does not follow the row before; "},
+        {"UPDATE AuditLog SET LogText = 'x' WHERE LogID = 5; UPDATE AuditLog SET Hash = " + own + " WHERE LogID = 5",
+         "5 Is not the row that was written last; "},
+        // a removed row
+        {"DELETE FROM AuditLog WHERE LogID = 1", "2 The row before is missing; "},
+        {"DELETE FROM AuditLog WHERE LogID = 3", "4 The row before is missing; "},
+        {"DELETE FROM AuditLog WHERE LogID = 5", "5 Rows at the end are missing; "},
+        {"DELETE FROM AuditLog WHERE LogID >= 3", "5 Rows at the end are missing; "},
+        {"DELETE FROM AuditLog", "5 Rows at the end are missing; "},
+        // a removed row whose neighbours close the gap
+        {"DELETE FROM AuditLog WHERE LogID = 3; UPDATE AuditLog SET LogID = LogID - 1 WHERE LogID > 3",
+         "3 Does not follow the row before; 4 Was changed; 5 Rows at the end are missing; "},
+        // the end of the log
+        {"UPDATE AuditHead SET LastID = 4, LastHash = (SELECT Hash FROM AuditLog WHERE LogID = 4)",
+         "5 Stands behind the end of the log; "},
+    };
+    for (const auto& [damage, found] : table) EXPECT_EQ(afterDamage(damage), found) << damage;
+    EXPECT_EQ(faults(), "");
 }
 
 }  // namespace kv::server_test

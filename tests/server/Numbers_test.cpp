@@ -6,6 +6,7 @@
 #include <set>
 
 #include "Books.h"
+#include "platform/data/Statement.h"
 
 namespace kv::server_test {
 
@@ -36,9 +37,11 @@ TEST_F(Numbers, EachSeriesHasItsOwnForm) {
         {"sp_Reserve_Number 'AP'", "dbo.fn_NewAPNum()", "000001", "000002"},
         {"sp_Reserve_Number 'CV'", "dbo.fn_NewCVNum('0000')", "0001", "0002"},
         {"sp_Reserve_Number 'DM'", "dbo.fn_NewDMNum()", "DM000001", "DM000002"},
+        {"sp_Reserve_Number 'PF'", "dbo.fn_NextPFVoucher()", "000003", "000004"},  // one series with vouchers
         {"sp_Init_BatchNumbers '202403','', 'JV'", "dbo.fn_NewSeriesNum('JV', '', '2024', '03')", "1", "2"},
         {"sp_Init_BatchNumbers '202404','', 'JV'", "dbo.fn_NewSeriesNum('JV', '', '2024', '04')", "1", "2"},
         {"sp_Init_BatchNumbers '202403','', 'AP'", "dbo.fn_NewSeriesNum('AP', '', '2024', '03')", "1", "2"},
+        {"sp_Init_BatchNumbers '202403','', 'CV'", "dbo.fn_NewSeriesNum('CV', '', '2024', '03')", "1", "2"},
     };
     for (const Series& series : table) {
         const std::string ask = "select " + std::string(series.ask) + " as Voucher from sys";
@@ -53,7 +56,8 @@ TEST_F(Numbers, EachSeriesHasItsOwnForm) {
 
 TEST_F(Numbers, FeesHaveTheirOwnSeriesOnlyWhenToldSo) {
     run("sp_Reserve_Number 'AP'");
-    EXPECT_EQ(one("select dbo.fn_NextPFVoucher() as Voucher from sys"), "000001");
+    EXPECT_EQ(one("sp_Reserve_Number 'PF'"), "2") << "one series";
+    EXPECT_EQ(one("select dbo.fn_NextPFVoucher() as Voucher from sys"), "000002");
     run("sp_Update_Parameters 'UseSeparatePFSeries','Y',''");
     run("sp_Reserve_Number 'PF'");
     EXPECT_EQ(one("select dbo.fn_NextPFVoucher() as Voucher from sys"), "PF000001");
@@ -112,41 +116,72 @@ TEST_F(Numbers, ASeriesStartsBehindWhatTheBooksHold) {
     run("UPDATE SYS SET CRBBatch = 60");
     EXPECT_EQ(one("sp_Reserve_Number 'CR'"), "61");
     EXPECT_EQ(one("SELECT CRBBatch FROM SYS"), "61");
+
+    for (const char* voucher : {"000017", "CM000005", "PF000008", "2024030009", "MANUAL"})
+        run(sql("INSERT INTO AP (Voucher, VoucherDate, Period) VALUES ('{}', '2024-03-01', '202403')").text(voucher));
+    run("INSERT INTO CDB (CVNo, CVDate, Period) VALUES ('000031', '2024-03-01', '202403')");
+    run("INSERT INTO CDB (CVNo, CVDate, Period) VALUES ('DM000004', '2024-03-01', '202403')");
+    run("INSERT INTO AP2 (Voucher, APYear, APMonth, APSeries) VALUES ('000017', '2024', '03', '012')");
+    run("INSERT INTO CDB2 (CVNo, CVYear, CVMonth, CVSeries) VALUES ('000031', '2024', '03', '021')");
+    run("sp_Update_Parameters 'UseSeparatePFSeries','Y',''");
+    const std::pair<const char*, const char*> next[] = {
+        {"sp_Reserve_Number 'AP'", "18"},
+        {"sp_Reserve_Number 'PF'", "9"},
+        {"sp_Reserve_Number 'CM'", "6"},
+        {"sp_Reserve_Number 'CV'", "32"},
+        {"sp_Reserve_Number 'DM'", "5"},
+        {"sp_Reserve_Number 'AP', '2024', '03'", "13"},
+        {"sp_Reserve_Number 'CV', '2024', '03'", "22"},
+    };
+    for (const auto& [draw, number] : next) EXPECT_EQ(one(draw), number) << draw;
 }
 
-/// Four processes draw 1,000 numbers each; every number comes once and none is left out.
+/// Four processes draw from every series in turn; each number comes once and none is left out.
 TEST_F(Numbers, FourProcessesNeverShareANumber) {
     constexpr int kProcesses = 4;
-    constexpr int kDraws = 1000;
+    constexpr int kRounds = 150;
+    const char* const series[][2] = {
+        {"sp_Reserve_Number 'JV'", "dbo.fn_NewJVNum()"},
+        {"sp_Reserve_Number 'AR'", "dbo.fn_NewARNum()"},
+        {"sp_Reserve_Number 'AP'", "dbo.fn_NewAPNum()"},
+        {"sp_Reserve_Number 'PF'", "dbo.fn_NextPFVoucher()"},
+        {"sp_Reserve_Number 'CV'", "dbo.fn_NewCVNum('000000')"},
+        {"sp_Reserve_Number 'DM'", "dbo.fn_NewDMNum()"},
+        {"sp_Init_BatchNumbers '202403','', 'JV'", "dbo.fn_NewSeriesNum('JV', '', '2024', '03')"},
+        {"sp_Init_BatchNumbers '202403','', 'AP'", "dbo.fn_NewSeriesNum('AP', '', '2024', '03')"},
+        {"sp_Init_BatchNumbers '202403','', 'CV'", "dbo.fn_NewSeriesNum('CV', '', '2024', '03')"},
+    };
+    run("sp_Update_Parameters 'UseSeparatePFSeries','Y',''");
     const char* bin = std::getenv("KV_BIN");
     ASSERT_NE(bin, nullptr);
     const std::string script = file() + ".sql";
     {
         std::ofstream out(script);
-        for (int i = 0; i < kDraws; ++i)
-            out << "sp_Reserve_Number 'JV'\nGO\nselect dbo.fn_NewJVNum() as Drawn from sys\nGO\n";
+        for (int i = 0; i < kRounds; ++i)
+            for (const auto& [draw, ask] : series) out << draw << "\nGO\nselect " << ask << " as Drawn from sys\nGO\n";
     }
     const std::string command = std::string(bin) + "/sqlconsole --data " + file() + " < " + script;
     std::vector<std::FILE*> pipes;
     for (int i = 0; i < kProcesses; ++i) pipes.push_back(popen(command.c_str(), "r"));
-    std::multiset<int> drawn;
+    std::multiset<std::string> drawn[std::size(series)];
     for (std::FILE* pipe : pipes) {
         char line[64];
         bool asked = false;
+        std::size_t at = 0;
         while (std::fgets(line, sizeof line, pipe)) {
-            if (std::string_view(line) == "Drawn\n") {
-                asked = true;
-            } else if (asked) {
-                drawn.insert(std::atoi(line));
-                asked = false;
-            }
+            if (asked) drawn[at++ % std::size(series)].insert(line);
+            asked = std::string_view(line) == "Drawn\n";
         }
         EXPECT_EQ(pclose(pipe), 0);
     }
     std::remove(script.c_str());
-    ASSERT_EQ(drawn.size(), static_cast<std::size_t>(kProcesses * kDraws));
-    EXPECT_EQ(std::set<int>(drawn.begin(), drawn.end()).size(), drawn.size());
-    EXPECT_EQ(*drawn.rbegin(), kProcesses * kDraws);
+    for (std::size_t i = 0; i < std::size(series); ++i) {
+        EXPECT_EQ(drawn[i].size(), static_cast<std::size_t>(kProcesses * kRounds)) << series[i][1];
+        EXPECT_EQ(std::set(drawn[i].begin(), drawn[i].end()).size(), drawn[i].size()) << series[i][1];
+    }
+    EXPECT_EQ(one("SELECT COUNT(*) FROM NumberSeries WHERE LastNo = " + std::to_string(kProcesses * kRounds)),
+              std::to_string(std::size(series)))
+        << "a number was left out";
 }
 
 }  // namespace kv::server_test

@@ -1,7 +1,7 @@
 -- Purpose: The number of a series that belongs to this connection: the one it drew last, else the one that would be next.
 -- Called by: the fn_New... functions.
 -- Parameters:
---   @Series  JV, AR, CR, AP, PF, CV or DM
+--   @Series  JV, AR, CR, AP, PF, CV, DM or CM
 --   @Year    four digits of a monthly series, or empty
 --   @Month   two digits of a monthly series, or empty
 -- Returns: the number; a next number that was not drawn may be drawn by anyone

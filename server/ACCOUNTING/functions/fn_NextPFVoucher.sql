@@ -1,5 +1,5 @@
 -- Purpose: The voucher number of this connection for professional fees.
--- Called by: the professional fee screens, after sp_Reserve_Number 'PF' (or 'AP' where fees have no series of their own).
+-- Called by: the professional fee screens, after sp_Reserve_Number 'PF'.
 -- Returns: "PF" and six digits with the parameter UseSeparatePFSeries, else the number that fn_NewAPNum gives
 CREATE OR ALTER FUNCTION dbo.fn_NextPFVoucher ()
 RETURNS varchar(20)

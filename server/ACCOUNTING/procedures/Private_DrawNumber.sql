@@ -1,16 +1,18 @@
 -- Purpose: Draws the next number of a series for this connection.
 -- Called by: sp_Reserve_Number, sp_Init_BatchNumbers.
 -- Parameters:
---   @Series  JV, AR, CR, AP, PF, CV or DM
---   @Year    four digits of a monthly series, or empty
---   @Month   two digits of a monthly series, or empty
---   @Number  the number drawn
+--   @Series   JV, AR, CR, AP, PF, CV, DM, CM, or APV for voucher numbers that begin with a prefix
+--   @Year     four digits of a monthly series, the first four characters of a prefix, or empty
+--   @Month    two digits of a monthly series, the further characters of a prefix, or empty
+--   @AtLeast  the number is not below this one
+--   @Number   the number drawn
 -- Errors: 50020 for an unknown series
 -- Writes: NumberSeries, NumberReserved
 CREATE OR ALTER PROCEDURE dbo.Private_DrawNumber
     @Series varchar(4),
     @Year varchar(4),
     @Month varchar(2),
+    @AtLeast int,
     @Number int OUTPUT
 AS
 BEGIN
@@ -21,7 +23,7 @@ BEGIN
     BEGIN TRANSACTION;
     EXEC dbo.Private_EnsureSeries @Series, @Year, @Month;
     -- Screens of the hospital menus raise the last numbers of SYS by themselves; a draw goes behind them.
-    SET @Kept = 0;
+    SET @Kept = ISNULL(@AtLeast, 1) - 1;
     IF @Series = 'AR' SELECT @Kept = ISNULL(S.ARBatch, 0) FROM dbo.SYS AS S;
     IF @Series = 'CR' SELECT @Kept = ISNULL(S.CRBBatch, 0) FROM dbo.SYS AS S;
     UPDATE dbo.NumberSeries

@@ -1,7 +1,7 @@
 -- Purpose: Notes that a document with this number was saved: the series goes at least so far, and the drawn number is used up.
 -- Called by: the procedures that write headers.
 -- Parameters:
---   @Series  JV, AR, CR, AP, PF, CV or DM
+--   @Series  JV, AR, CR, AP, PF, CV, DM or CM
 --   @Year    four digits of a monthly series, or empty
 --   @Month   two digits of a monthly series, or empty
 --   @Text    number of the document; a text that is no plain number changes nothing

@@ -1,5 +1,5 @@
 -- Purpose: Refuses work in a month that the ledger already holds for the book.
--- Called by: the procedures that write batches.
+-- Called by: the procedures that write batches, the guards of the books' tables.
 -- Parameters:
 --   @Book    AP, CD, CR, AR or JV
 --   @Period  yyyyMM

@@ -21,5 +21,5 @@ BEGIN
     EXEC dbo.Private_CheckPeriod @Period;
     SET @Year = LEFT(@Period, 4);
     SET @Month = RIGHT(@Period, 2);
-    EXEC dbo.Private_DrawNumber @Type, @Year, @Month, @Number OUTPUT;
+    EXEC dbo.Private_DrawNumber @Type, @Year, @Month, 1, @Number OUTPUT;
 END;

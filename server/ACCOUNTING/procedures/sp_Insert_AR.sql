@@ -32,15 +32,8 @@ BEGIN
     SET XACT_ABORT ON;
 
     DECLARE @Posted bit;
-    DECLARE @Text varchar(200);
-    IF ISNULL(@Batch, '') = '' THROW 50001, 'A batch needs a number.', 1;
-    EXEC dbo.Private_CheckPeriod @Period;
     SELECT @Posted = ISNULL(A.Posted, 0) FROM dbo.AR AS A WHERE A.Batch = @Batch;
-    IF @Posted = 1
-    BEGIN
-        SET @Text = 'Batch ' + @Batch + ' of book AR is posted. Unpost it first.';
-        THROW 50004, @Text, 1;
-    END;
+    EXEC dbo.Private_RefuseHeader 'AR', @Batch, @Period, @Posted, 0;
 
     BEGIN TRANSACTION;
     IF @Posted IS NULL

@@ -34,20 +34,8 @@ BEGIN
 
     DECLARE @Posted bit;
     DECLARE @Cancelled bit;
-    DECLARE @Text varchar(200);
-    IF ISNULL(@Batch, '') = '' THROW 50001, 'A batch needs a number.', 1;
-    EXEC dbo.Private_CheckPeriod @Period;
     SELECT @Posted = J.Posted, @Cancelled = J.Cancelled FROM dbo.JV AS J WHERE J.Batch = @Batch;
-    IF @Cancelled = 1
-    BEGIN
-        SET @Text = 'Batch ' + @Batch + ' of book JV is cancelled.';
-        THROW 50003, @Text, 1;
-    END;
-    IF @Posted = 1
-    BEGIN
-        SET @Text = 'Batch ' + @Batch + ' of book JV is posted. Unpost it first.';
-        THROW 50004, @Text, 1;
-    END;
+    EXEC dbo.Private_RefuseHeader 'JV', @Batch, @Period, @Posted, @Cancelled;
 
     BEGIN TRANSACTION;
     IF @Posted IS NULL

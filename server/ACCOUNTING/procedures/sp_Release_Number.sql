@@ -1,9 +1,9 @@
 -- Purpose: Gives back the number that this connection drew and did not use, when nobody drew a later one.
 -- Called by: entry screens left without a save.
 -- Parameters:
---   @Series  JV, AR, CR, AP, PF, CV or DM
---   @Year    four digits of a monthly series, or empty
---   @Month   two digits of a monthly series, or empty
+--   @Series  as sp_Reserve_Number got it
+--   @Year    the same
+--   @Month   the same
 -- Writes: NumberSeries, NumberReserved. Where a later number was drawn the series keeps a gap.
 CREATE OR ALTER PROCEDURE dbo.sp_Release_Number
     @Series varchar(4),
@@ -15,6 +15,7 @@ BEGIN
     SET XACT_ABORT ON;
 
     DECLARE @Number int;
+    IF @Series = 'PF' AND dbo.Private_Flag('USESEPARATEPFSERIES') = 0 SET @Series = 'AP';
     BEGIN TRANSACTION;
     SELECT @Number = R.Number
     FROM dbo.NumberReserved AS R

@@ -10,7 +10,6 @@ BEGIN
     SET NOCOUNT ON;
 
     DECLARE @Period varchar(6);
-    DECLARE @Text varchar(200);
     SELECT @Period = MIN(G.Period)
     FROM dbo.GL AS G
     WHERE G.BatchType = 'AP' AND G.Period IN (
@@ -25,9 +24,5 @@ BEGIN
         LEFT JOIN inserted AS I ON I.Voucher = D.Voucher
         WHERE I.Voucher IS NULL OR I.Period <> D.Period
     );
-    IF @Period IS NOT NULL
-    BEGIN
-        SET @Text = 'Book AP is closed for period ' + @Period + '.';
-        THROW 50010, @Text, 1;
-    END;
+    IF @Period IS NOT NULL EXEC dbo.Private_RefuseClosed 'AP', @Period;
 END;

@@ -10,7 +10,6 @@ BEGIN
     SET NOCOUNT ON;
 
     DECLARE @Period varchar(6);
-    DECLARE @Text varchar(200);
     SELECT @Period = MIN(G.Period)
     FROM dbo.GL AS G
     WHERE G.BatchType = 'CD' AND G.Period IN (
@@ -24,9 +23,5 @@ BEGIN
         LEFT JOIN inserted AS I ON I.CVNo = D.CVNo
         WHERE I.CVNo IS NULL OR I.Period <> D.Period
     );
-    IF @Period IS NOT NULL
-    BEGIN
-        SET @Text = 'Book CD is closed for period ' + @Period + '.';
-        THROW 50010, @Text, 1;
-    END;
+    IF @Period IS NOT NULL EXEC dbo.Private_RefuseClosed 'CD', @Period;
 END;

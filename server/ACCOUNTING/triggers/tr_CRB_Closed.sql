@@ -9,13 +9,8 @@ BEGIN
     SET NOCOUNT ON;
 
     DECLARE @Period varchar(6);
-    DECLARE @Text varchar(200);
     SELECT @Period = MIN(C.Period)
     FROM (SELECT I.Period FROM inserted AS I UNION ALL SELECT D.Period FROM deleted AS D) AS C
     WHERE EXISTS (SELECT 1 FROM dbo.GL AS G WHERE G.BatchType = 'CR' AND G.Period = C.Period);
-    IF @Period IS NOT NULL
-    BEGIN
-        SET @Text = 'Book CR is closed for period ' + @Period + '.';
-        THROW 50010, @Text, 1;
-    END;
+    IF @Period IS NOT NULL EXEC dbo.Private_RefuseClosed 'CR', @Period;
 END;

@@ -14,11 +14,7 @@ BEGIN
     SELECT @Period = MIN(C.Period)
     FROM (SELECT I.Period FROM inserted AS I UNION ALL SELECT D.Period FROM deleted AS D) AS C
     WHERE EXISTS (SELECT 1 FROM dbo.GL AS G WHERE G.BatchType = 'JV' AND G.Period = C.Period);
-    IF @Period IS NOT NULL
-    BEGIN
-        SET @Text = 'Book JV is closed for period ' + @Period + '.';
-        THROW 50010, @Text, 1;
-    END;
+    IF @Period IS NOT NULL EXEC dbo.Private_RefuseClosed 'JV', @Period;
     SELECT @Batch = MIN(D.Batch) FROM deleted AS D WHERE D.Cancelled = 1;
     IF @Batch IS NOT NULL
     BEGIN
