@@ -6,12 +6,14 @@
 #include "core/frmPassword.h"
 #include "core/frmUserSettings.h"
 #include "ledger/BatchDocument.h"
+#include "ledger/MasterFiles.h"
 #include "ledger/frmChecklistBatch.h"
 #include "ledger/frmEntPeriod.h"
 #include "ledger/frmGL.h"
 #include "ledger/frmGeneral.h"
 #include "ledger/frmJournEntry.h"
 #include "ledger/frmListBatch.h"
+#include "reporting/MasterForm.h"
 
 namespace kv {
 namespace {
@@ -21,13 +23,28 @@ std::unique_ptr<Form> make(Session& session) {
     return std::make_unique<Screen>(session);
 }
 
+template <MasterFile (*File)()>
+std::unique_ptr<Form> master(Session& session) {
+    return std::make_unique<MasterForm>(session, File());
+}
+
 }  // namespace
 
 void registerScreens(Screens& screens) {
+    screens.add(
+        {"frmBuildCstCtr", "ledger", "Cost Centers", "File Maintenance > Cost Centers", "CC", master<costCenterFile>});
+    screens.add(
+        {"frmBuildDept", "ledger", "Departments", "File Maintenance > Departments", "", master<departmentFile>});
+    screens.add({"frmBuildEquity", "ledger", "Equity", "File Maintenance > Equity", "EQ", master<equityFile>});
+    screens.add({"frmBuildRevenue", "ledger", "Revenue Centers", "File Maintenance > Revenue Centers", "",
+                 master<revenueCenterFile>});
+    screens.add({"frmBuildTerms", "ledger", "Terms", "File Maintenance > Terms", "", master<termsFile>});
     screens.add({"frmCenter", "core", "Home", "", "", make<frmCenter>});
     screens.add(
         {"frmChecklistBatch", "ledger", "Post Batches", "Batch Entries > Post Batches", "", make<frmChecklistBatch>});
     screens.add({"frmEntPeriod", "ledger", "Period", "Batch Entries > Close Period", "", make<frmEntPeriod>});
+    screens.add(
+        {"frmFiscalYear", "ledger", "Fiscal Years", "File Maintenance > Fiscal Years", "", master<fiscalYearFile>});
     screens.add({"frmGL", "ledger", "General Ledger", "Books > General Ledger", "GL", make<frmGL>});
     screens.add({"frmGeneral", "ledger", "Journal Vouchers, Accounts Receivable, Cash Receipts", "Books", "",
                  make<frmGeneral>});
@@ -37,6 +54,7 @@ void registerScreens(Screens& screens) {
         {"frmListBatch", "ledger", "List of Vouchers", "Batch Entries > Enter/Edit Batch", "", make<frmListBatch>});
     screens.add({"frmMain", "core", "Main Shell", "", "", make<frmMain>});
     screens.add({"frmPassword", "core", "Password", "File > Program Settings", "", make<frmPassword>});
+    screens.add({"frmPeriod", "ledger", "Periods", "File Maintenance > Periods", "PER", master<periodFile>});
     screens.add(
         {"frmUserSettings", "core", "User Settings Maintenance", "File > User Settings", "", make<frmUserSettings>});
 }

@@ -65,6 +65,32 @@ bool ValidPeriodDate(Connection& cn, const Date& date, std::string_view period, 
 
 std::string GetPeriod(const Date& date) { return Format(date, "yyyyMM"); }
 
+Date GetPeriodStartDate(std::string_view period, Place at) {
+    constexpr long kPeriodNotValid = static_cast<long>(0x80040000);
+    if (!IsNumeric(period) || charCount(period) != 6) {
+        throw Error(kPeriodNotValid, "Korvane", "Period «" + std::string(period) + "» is not valid.", at);
+    }
+    return Date::serial(static_cast<int>(numberOf(period.substr(0, 4))), static_cast<int>(numberOf(period.substr(4))),
+                        1);
+}
+
+Date GetPeriodEndDate(std::string_view period, Place at) {
+    return GetPeriodStartDate(period, at).addMonths(1).addDays(-1);
+}
+
+std::string GetPreviousPeriod(std::string_view period, Place at) {
+    return GetPeriod(GetPeriodStartDate(period, at).addMonths(-1));
+}
+
+std::string GetLastYearPeriod(std::string_view period, Place at) {
+    return GetPeriod(GetPeriodStartDate(period, at).addMonths(-12));
+}
+
+std::string GetLastPeriod(std::string_view period) {
+    const auto first = Date::fromIso(midChars(period, 0, 4) + "-" + midChars(period, 4) + "-01");
+    return first ? GetPeriod(first->addMonths(-1)) : std::string();
+}
+
 bool IsBookOpen(Connection& cn, std::string_view BookCode, std::string_view Period, Place at) {
     return traced("module1.IsBookOpen", at, [&] {
         return cn

@@ -44,6 +44,14 @@ bool ValidDate(std::string_view text);
 /// Outside the period's days: a message and false. An unknown period passes.
 bool ValidPeriodDate(Connection& cn, const Date& date, std::string_view period, Place at = Place::current());
 std::string GetPeriod(const Date& date);
+/// First and last day of a period "yyyyMM". These four raise 0x80040000 for a text that is no number of six characters;
+/// a month beyond 12 rolls over into the next year.
+Date GetPeriodStartDate(std::string_view period, Place at = Place::current());
+Date GetPeriodEndDate(std::string_view period, Place at = Place::current());
+std::string GetPreviousPeriod(std::string_view period, Place at = Place::current());
+std::string GetLastYearPeriod(std::string_view period, Place at = Place::current());
+/// The month before; empty for a text that is no period.
+std::string GetLastPeriod(std::string_view period);
 /// A book is closed for a period exactly when the ledger holds a row of both.
 bool IsBookOpen(Connection& cn, std::string_view BookCode, std::string_view Period, Place at = Place::current());
 /// First and last day of the month, "MM/dd/yyyy"; a month-day-year text whose day is impossible is repaired.

@@ -98,6 +98,21 @@ bool OpenMainReport(Session& session, const std::string& Path, const ReportParam
     });
 }
 
+std::string ReportFolder() { return buildPath(programFolder(), "Reports"); }
+
+bool OpenReportText(Session& session, const std::string& Name, std::string_view Text, const ReportParams& Params,
+                    Place at) {
+    return traced("module1.OpenReportText", at, [&] {
+        if (!SelectPrinter(session)) return false;
+        session.CurrentReport = Report::fromText(Text, Name, ReportFolder());
+        session.CurrentReport->setDatabase(kOwnDatabase);
+        bindPositional(*session.CurrentReport, Params);
+        describe(session, *session.CurrentReport);
+        logPrint(session, Name);
+        return true;
+    });
+}
+
 bool OpenMainReport1(Session& session, const std::string& Database, const std::string& Path, const ReportParams& Params,
                      Place at) {
     return traced("module1.OpenMainReport1", at, [&] {

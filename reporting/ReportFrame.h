@@ -43,6 +43,11 @@ std::string ReportPathIn(const std::string& programFolder, std::string_view clie
 
 /// Raises 0x80040000 where the file is missing. False: no printer was selected, and the user has been told.
 bool OpenMainReport(Session& session, const std::string& Path, const ReportParams& Params, Place at = Place::current());
+/// The same with the text of a template that no file holds.
+bool OpenReportText(Session& session, const std::string& Name, std::string_view Text, const ReportParams& Params,
+                    Place at = Place::current());
+/// The folder against which such a text's includes are looked up.
+std::string ReportFolder();
 bool OpenMainReport1(Session& session, const std::string& Database, const std::string& Path, const ReportParams& Params,
                      Place at = Place::current());
 bool OpenMainReport2(Session& session, const std::string& Path, const ReportParamsDictionary& Params,

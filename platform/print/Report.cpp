@@ -67,6 +67,11 @@ int fieldAt(const ResultSet& set, const std::string& name) {
 
 std::unique_ptr<Report> Report::load(const std::string& path) { return std::make_unique<Report>(readTemplate(path)); }
 
+std::unique_ptr<Report> Report::fromText(std::string_view text, const std::string& fileName,
+                                         const std::string& folder) {
+    return std::make_unique<Report>(readTemplate(readTemplateText(text, fileName, folder), fileName, folder));
+}
+
 Report::Report(Template report) : template_(std::move(report)), values_(template_.parameters.size()) {
     for (const auto& [name, sub] : template_.subreports) subreports_[name] = std::make_unique<Report>(*sub);
 }

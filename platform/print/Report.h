@@ -34,6 +34,9 @@ class Report {
 public:
     /// Raises 53 when the file is missing, TemplateError with every mistake in it.
     static std::unique_ptr<Report> load(const std::string& path);
+    /// From the text of a template that no file holds; includes are looked up in `folder`.
+    static std::unique_ptr<Report> fromText(std::string_view text, const std::string& fileName,
+                                            const std::string& folder);
     explicit Report(Template report);
     Report(const Report&) = delete;
     Report& operator=(const Report&) = delete;
