@@ -1,7 +1,9 @@
 // The map of the house: every screen with its room, title, menu path, right and factory, sorted by name.
 
 #include "app/Program.h"
+#include "core/frmBooksCheck.h"
 #include "core/frmCenter.h"
+#include "core/frmFind.h"
 #include "core/frmMain.h"
 #include "core/frmPassword.h"
 #include "core/frmUserSettings.h"
@@ -31,6 +33,7 @@ std::unique_ptr<Form> master(Session& session) {
 }  // namespace
 
 void registerScreens(Screens& screens) {
+    screens.add({"frmBooksCheck", "core", "Books Check", "File > Books Check", "GL", make<frmBooksCheck>});
     screens.add(
         {"frmBuildCstCtr", "ledger", "Cost Centers", "File Maintenance > Cost Centers", "CC", master<costCenterFile>});
     screens.add(
@@ -43,6 +46,7 @@ void registerScreens(Screens& screens) {
     screens.add(
         {"frmChecklistBatch", "ledger", "Post Batches", "Batch Entries > Post Batches", "", make<frmChecklistBatch>});
     screens.add({"frmEntPeriod", "ledger", "Period", "Batch Entries > Close Period", "", make<frmEntPeriod>});
+    screens.add({"frmFind", "core", "Find Anything", "File > Find Anything", "", make<frmFind>});
     screens.add(
         {"frmFiscalYear", "ledger", "Fiscal Years", "File Maintenance > Fiscal Years", "", master<fiscalYearFile>});
     screens.add({"frmGL", "ledger", "General Ledger", "Books > General Ledger", "GL", make<frmGL>});

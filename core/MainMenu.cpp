@@ -4,17 +4,18 @@ namespace kv {
 
 const std::vector<BookEntry>& bookEntries() {
     static const std::vector<BookEntry> books = {
-        {"cmdAP", "mnuAP", "AP", "Accounts Payable", "AP", "APDT", "Accounts\n&Payable", "book-ap", "frmAP", "Open AP"},
+        {"cmdAP", "mnuAP", "AP", "Accounts Payable", "AP", "APDT", "Accounts\n&Payable", "book-ap", "frmAP", "Open AP",
+         "frmAPVEntry"},
         {"cmdCDB", "mnuCDB", "CD", "Cash Disbursement Book", "CDB", "CDBDT", "Cash\n&Disbursements", "book-cdb",
-         "frmCDB", "Open CDB"},
+         "frmCDB", "Open CDB", "frmChkVoucherEntry"},
         {"cmdCRB", "mnuCRB", "CR", "Cash Receipts Book", "CRB", "CRBDT", "Cash\n&Receipts", "book-crb", "frmGeneral",
-         "Open CRB"},
+         "Open CRB", "frmJournEntry"},
         {"cmdAR", "mnuAR", "AR", "Accounts Receivable Book", "AR", "ARDT", "&Accounts\nReceivable", "book-ar",
-         "frmGeneral", "Open A/R"},
+         "frmGeneral", "Open A/R", "frmJournEntry"},
         {"cmdJV", "mnuJV", "JV", "Journal Vouchers Book", "JV", "JVDT", "&Journal\nVouchers", "book-jv", "frmGeneral",
-         "Open JV"},
+         "Open JV", "frmJournEntry"},
         {"cmdGL", "mnuGL", "GL", "General Ledger", "GLBatch", "Batchdet", "&General\nLedger", "book-gl", "frmGL",
-         "Open GL"},
+         "Open GL", "frmJournEntry"},
     };
     return books;
 }

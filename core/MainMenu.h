@@ -19,6 +19,7 @@ struct BookEntry {
     const char* icon;
     const char* screen;
     const char* log;
+    const char* documents;  ///< the screen that opens one of its documents
 };
 const std::vector<BookEntry>& bookEntries();
 /// The book of a code; nullptr when there is none.

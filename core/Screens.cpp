@@ -86,6 +86,13 @@ void Screens::unload(std::string_view name) {
     sweep();
 }
 
+void Screens::unloadOthers(std::string_view first, std::string_view second) {
+    for (const auto& form : modeless_) {
+        if (form->loaded() && form->name() != first && form->name() != second) form->Unload();
+    }
+    sweep();
+}
+
 void Screens::unloadAll() {
     for (const auto& form : modeless_) {
         if (form->loaded()) form->Unload();

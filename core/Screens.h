@@ -51,6 +51,8 @@ public:
     void sweep();
     /// Unloads every open form of this name.
     void unload(std::string_view name);
+    /// Unloads every modeless form but these two.
+    void unloadOthers(std::string_view first, std::string_view second);
     void unloadAll();
 
 private:

@@ -4,6 +4,7 @@
 #include <memory>
 #include <source_location>
 #include <string>
+#include <vector>
 
 #include "core/Screens.h"
 #include "core/clsParameters.h"
@@ -64,6 +65,7 @@ public:
     std::string CurrentPeriod;
     PasswordTargets PasswordTarget = PasswordTargets::None;
     bool UpdateAcctgLink = false;
+    std::vector<std::string> RecentFinds;  ///< what "find anything" opened last, the newest first
     /// The one report that is open; each open routine replaces it, unloading the viewer releases it.
     std::shared_ptr<Report> CurrentReport;
     /// Set by a few report routines before they open a report, cleared by the open routines.
@@ -77,6 +79,21 @@ private:
 struct BookEntry;
 /// A book as the shell selects it, with its working period.
 Book bookOf(const Session& session, const BookEntry& entry);
+/// Another book is the session's as long as this lives.
+class BookForAWhile {
+public:
+    BookForAWhile(Session& session, const BookEntry& book) : session_(session), before_(session.book()) {
+        session.SelectBook(bookOf(session, book));
+    }
+    BookForAWhile(const BookForAWhile&) = delete;
+    BookForAWhile& operator=(const BookForAWhile&) = delete;
+    ~BookForAWhile() { session_.SelectBook(before_); }
+
+private:
+    Session& session_;
+    Book before_;
+};
+
 /// Reads the row of SYS into the session's copies. A table without rows leaves them as they are.
 void ResetGlobalVariables(Session& session, std::source_location at = std::source_location::current());
 /// The server's name in a connection string: the text behind "Server=" up to the next ";". Raises Error 5 when no

@@ -1,7 +1,9 @@
 #include "core/frmMain.h"
 
+#include "core/DatabaseTasks.h"
 #include "core/Session.h"
 #include "core/Version.h"
+#include "core/frmFind.h"
 #include "core/module1.h"
 #include "platform/base/Text.h"
 #include "platform/forms/Application.h"
@@ -41,8 +43,10 @@ void frmMain::buildButtons() {
     setLayout(column({row(strip), expand(mdiArea())}));
 }
 
-MenuItem& frmMain::addItem(std::string name, std::string caption, std::string icon, std::function<void()> click) {
-    items_.push_back(std::make_unique<MenuItem>(*this, std::move(name), std::move(caption), std::move(icon)));
+MenuItem& frmMain::addItem(std::string name, std::string caption, std::string icon, std::function<void()> click,
+                           std::string shortcut) {
+    items_.push_back(
+        std::make_unique<MenuItem>(*this, std::move(name), std::move(caption), std::move(icon), std::move(shortcut)));
     items_.back()->onClick = std::move(click);
     return *items_.back();
 }
@@ -53,6 +57,9 @@ MenuItem& frmMain::addMaintenance(const MaintenanceEntry& entry) {
 
 void frmMain::buildMenus() {
     MenuSpec file{"&File", {}};
+    file.parts.emplace_back(addItem(
+        "mnuFind", "&Find Anything...", "edit-find", [this] { mnuFind_Click(); }, "Ctrl+K"));
+    file.parts.emplace_back(nullptr);
     file.parts.emplace_back(addItem("mnuFileSettings", "Program &Settings...", "configure", [this] {
         OpenPassword(static_cast<int>(PasswordTargets::ProgramSettings), "Open Program Settings");
     }));
@@ -61,6 +68,13 @@ void frmMain::buildMenus() {
     }));
     file.parts.emplace_back(
         addItem("mnuUserLogs", "User &Logs...", "view-list-text", [this] { mnuUserLogs_Click_Err(); }));
+    file.parts.emplace_back(nullptr);
+    file.parts.emplace_back(addItem("mnuBooksCheck", "&Books Check...", "task-complete",
+                                    [this] { session_.screens.showModal(session_, "frmBooksCheck"); }));
+    file.parts.emplace_back(
+        addItem("mnuBackup", "Bac&k Up the Books...", "document-save", [this] { BackUpBooks(session_); }));
+    file.parts.emplace_back(
+        addItem("mnuRestore", "&Restore the Books...", "document-import", [this] { mnuRestore_Click(); }));
     file.parts.emplace_back(nullptr);
     file.parts.emplace_back(addItem("mnuQuit", "E&xit", "application-exit", [this] { Unload(); }));
 
@@ -117,6 +131,10 @@ void frmMain::SetUserAccess() {
     control("mnuLinkAR")->setEnabled(true);
     control("mnuLinkRevenue")->setEnabled(true);
     control("mnuUserLogs")->setVisible(session_.UserAccess.CanAccess("UL"));
+    control("mnuBooksCheck")->setEnabled(session_.UserAccess.CanAccess("GL"));
+    const bool keeper = session_.CurrentUser.UserRights().find_first_of("SA") != std::string::npos;
+    control("mnuBackup")->setEnabled(keeper);
+    control("mnuRestore")->setEnabled(keeper);
 }
 
 /// What the parameters show or hide. Runs after the rights and touches visibility only.
@@ -180,6 +198,48 @@ void frmMain::cmdHospital_Click() {
     }
     session_.screens.showModal(session_, "frmDataImport");
     module1::SaveUserLog(session_, "Open Hospital Uploads");
+}
+
+void frmMain::mnuFind_Click() {
+    frmFind find(session_);
+    const frmFind::Choice choice = find.ShowDialog();
+    if (!choice.made) return;
+    if (choice.record) {
+        session_.screens.openDocument(session_, choice.record->screen, choice.key);
+        if (Form* front = Form::active()) front->Form_Activate();
+    } else if (!choice.menu.book) {
+        PickEntry(*this, choice.menu.item);
+    } else {
+        Form* window = session_.screens.open(choice.menu.book->screen);
+        if (!window || session_.BookCode() != choice.menu.book->code) {
+            OpenBook(*choice.menu.book);
+            window = session_.screens.open(choice.menu.book->screen);
+        }
+        if (window) PickEntry(*window, choice.menu.item);
+    }
+}
+
+void frmMain::PickEntry(const Form& form, const std::string& name) {
+    auto* item = dynamic_cast<MenuItem*>(form.control(name));
+    if (item && item->shown() && item->able()) {
+        item->pick();
+    } else {
+        MsgBox("This entry is not available now.", Icon::Information);
+    }
+}
+
+/// Everything that the session read belongs to the books before: open windows go, the rest is read anew.
+void frmMain::mnuRestore_Click() {
+    session_.screens.unloadOthers("frmMain", "frmCenter");
+    if (!RestoreBooks(session_)) return;
+    ResetGlobalVariables(session_);
+    session_.Parameters.LoadParameters(session_.ClientCode());
+    modGeneral::MainHospitalSettings(session_);
+    session_.UserAccess.LoadSettings(session_.cn(), session_.EmployeeCode);
+    SetUserAccess();
+    ApplyParameters();
+    lblCompany.setText(session_.Sys.Company);
+    if (Form* home = session_.screens.open("frmCenter")) home->Form_Activate();
 }
 
 void frmMain::mnuUserLogs_Click_Err() {

@@ -40,11 +40,15 @@ private:
     void OpenSetting(std::string_view screen, std::string_view title);
     void cmdHospital_Click();
     void mnuUserLogs_Click_Err();
+    void mnuFind_Click();
+    void mnuRestore_Click();
+    static void PickEntry(const Form& form, const std::string& name);
     bool ConfirmExit();
 
     void buildButtons();
     void buildMenus();
-    MenuItem& addItem(std::string name, std::string caption, std::string icon, std::function<void()> click);
+    MenuItem& addItem(std::string name, std::string caption, std::string icon, std::function<void()> click,
+                      std::string shortcut = {});
     MenuItem& addMaintenance(const MaintenanceEntry& entry);
     CommandButton& button(std::string_view name) const;
 

@@ -11,21 +11,6 @@
 namespace kv {
 namespace {
 
-/// Another book for as long as it lives.
-class BookForAWhile {
-public:
-    BookForAWhile(Session& session, const BookEntry& book) : session_(session), before_(session.book()) {
-        session.SelectBook(bookOf(session, book));
-    }
-    BookForAWhile(const BookForAWhile&) = delete;
-    BookForAWhile& operator=(const BookForAWhile&) = delete;
-    ~BookForAWhile() { session_.SelectBook(before_); }
-
-private:
-    Session& session_;
-    Book before_;
-};
-
 /// The book that keeps batches of this type; nullptr for the types of other rooms.
 const BookEntry* batchBook(std::string_view type) {
     // year-end adjustments are batches of the JV book

@@ -36,10 +36,14 @@ frmGL::frmGL(Session& session) : Form("frmGL", "General Ledger", Window::Child),
 void frmGL::Form_Load() {
     session_.Parameters.LoadParameters(session_.ClientCode());
     session_.setBookCode("GL");
+    Form_Rights();
+    ShowState();
+}
+
+void frmGL::Form_Rights() {
     const std::string rights = session_.CurrentUser.UserRights();
     mnuGeneral.setEnabled(rights.find('S') != std::string::npos || rights.find('A') != std::string::npos);
     tbrGL.setButtonEnabled("POST", mnuGeneral.enabled());
-    ShowState();
 }
 
 void frmGL::ShowState() {

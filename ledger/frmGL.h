@@ -24,6 +24,8 @@ public:
     MenuItem mnuClose{*this, "mnuClose", "C&lose", "document-close"};
     MenuItem mnuTrialBalance1{*this, "mnuTrialBalance1", "&Trial Balance", "office-report", "Ctrl+T"};
 
+    void Form_Rights() override;
+
 protected:
     void Form_Load() override;
 

@@ -57,10 +57,14 @@ frmGeneral::frmGeneral(Session& session)
 void frmGeneral::Form_Load() {
     tbrGeneral.setButtonVisible("DEPOSIT", false);
     ShowBook();
+    Form_Rights();
+    LoadBatches();
+}
+
+void frmGeneral::Form_Rights() {
     const bool posting = session_.Parameters.EnableTransactionPosting();
     mnuPost.setVisible(posting);
     mnuUnpost.setVisible(posting);
-    LoadBatches();
 }
 
 void frmGeneral::ShowBook() {

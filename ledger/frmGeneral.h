@@ -26,6 +26,8 @@ public:
     MenuItem mnuEnter_4{*this, "mnuEnter_4", "Close Pe&riod", "object-locked"};
     MenuItem mnuEnter_5{*this, "mnuEnter_5", "C&lose", "document-close"};
 
+    void Form_Rights() override;
+
 protected:
     void Form_Load() override;
     void Form_KeyPress(int& KeyAscii) override;

@@ -37,6 +37,14 @@ public:
     /// name is replaced only by a verified copy. Raises kv::Error 3201 (cannot write), 824 (the copy is damaged).
     virtual void backupTo(const std::string& target) = 0;
 
+    /// Puts a backup in the place of everything that the file holds, in one transaction, while other connections are
+    /// open: each of them finds the old books or the restored ones. The backup is checked before, and the file as it
+    /// stood is copied beside it under the name that comes back. Raises kv::Error 53 and 824 (the backup is missing or
+    /// damaged: nothing was changed), 3201 (cannot write), 1222 (others hold the file), 226 (inside a transaction).
+    virtual std::string restoreFrom(const std::string& backup) = 0;
+
+    virtual const std::string& file() const = 0;
+
     /// Problems found in the file, one line each, empty when sound.
     virtual std::vector<std::string> checkIntegrity() = 0;
 
@@ -53,5 +61,16 @@ public:
 
 /// The services behind a connection, or nullptr when it is not the embedded engine.
 EmbeddedServices* embeddedOf(Connection& connection);
+
+/// Looks at a database file without changing it. Raises kv::Error 53 (missing) or 824, naming the file and what is
+/// wrong with it: empty, cut off, no database, of another program, or damaged inside.
+void examineEmbedded(const std::string& file);
+
+/// Puts a checked backup where nobody has the file open, e.g. because it is damaged or missing. A file that stood there
+/// is kept under the name that comes back; empty when there was none. Raises what examineEmbedded and backupTo raise.
+std::string replaceEmbedded(const std::string& file, const std::string& backup);
+
+/// A free name beside a file for its state before a restore.
+std::string nameBeforeRestore(const std::string& file);
 
 }  // namespace kv

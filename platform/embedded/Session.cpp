@@ -4,11 +4,13 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <mutex>
 
 #include "platform/base/Error.h"
 #include "platform/base/Paths.h"
 #include "platform/base/Text.h"
+#include "platform/embedded/Backup.h"
 #include "platform/embedded/Interp.h"
 
 namespace kv::tsql {
@@ -136,11 +138,39 @@ void Session::refreshCatalog() {
     const std::int64_t now = dataVersion();
     if (now == seenVersion_) return;
     seenVersion_ = now;
-    if (catalog.storedVersion() == catalog.version()) return;
+    if (catalog.storedVersion() != catalog.version()) reloadCatalog();
+}
+
+void Session::reloadCatalog() {
     catalog.load();
     cache.clear();
     captures.clear();
     if (const std::string* name = catalog.databaseName(database)) database = *name;
+}
+
+void Session::takeOver(const std::string& backup) {
+    const std::string copy = options_.file + ".restoring";
+    const auto clear = [&] {
+        for (const char* ending : {"", "-wal", "-shm", "-journal"}) std::remove((copy + ending).c_str());
+    };
+    clear();
+    {
+        const PlainFile source(backup, SQLITE_OPEN_READONLY);
+        copyToFile(source.get(), copy);
+    }
+    try {
+        const PlainFile fresh(copy, SQLITE_OPEN_READWRITE);
+        // Whoever has the file open notices by this count that the catalogue is another one.
+        const std::int64_t count = std::max(catalog.storedVersion(), Catalog(fresh.get()).storedVersion()) + 1;
+        Statement(fresh.get(), "UPDATE kv_meta SET value = ?1 WHERE name = 'version'").bind(1, count).run();
+        const int code = copyPages(db(), fresh.get(), options_.busyWaitMs);
+        if (code != SQLITE_OK) throw fromSqlite(code, sqlite3_errstr(code));
+    } catch (const SqlError& error) {
+        clear();
+        throw Error(error.number, kSource, error.text);
+    }
+    clear();
+    reloadCatalog();
 }
 
 void Session::definitionsChanged() {

@@ -81,6 +81,8 @@ public:
     /// At the start of a batch: another process may have changed the catalogue.
     void refreshCatalog();
     void definitionsChanged();
+    /// Replaces everything that the file holds by a sound backup, in one transaction.
+    void takeOver(const std::string& backup);
     /// Undoes everything since a savepoint of the engine's own and ends it; never raises.
     void undoTo(const std::string& savepoint) noexcept;
     /// Forgets what a compile without running had made.
@@ -103,6 +105,7 @@ private:
     void open();
     void afterRollback(const std::vector<std::pair<LocalTable*, TempTables::Rows>>& saved);
     std::int64_t dataVersion();
+    void reloadCatalog();
 
     std::unique_ptr<Checkpointer> checkpointer_;
     std::unique_ptr<Interp> interp_;

@@ -56,6 +56,17 @@ public:
     virtual void Form_KeyPress(int& /*KeyAscii*/) {}
     void setKeyPreview(bool on);
 
+    /// Enables and shows menu entries by the user's rights and the parameters, from what the session holds alone. A form
+    /// that has such entries calls it when it loads; "find anything" asks it of forms that are not open.
+    virtual void Form_Rights() {}
+
+    /// An entry of the form's menus that can be picked now, with the captions of the menus above it.
+    struct MenuEntry {
+        MenuItem* item = nullptr;
+        std::string path;  ///< "File Maintenance > Hospital Links"
+    };
+    std::vector<MenuEntry> menuEntries() const;
+
     /// Validates the control that has the focus as leaving it would; false when it refused.
     bool validateActive();
 

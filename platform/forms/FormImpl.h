@@ -89,6 +89,7 @@ struct Form::Impl {
     QVBoxLayout* outer = nullptr;  ///< dialogs and children: menu, toolbar, content, status bar
     QWidget* content = nullptr;
     QMenuBar* menuBar = nullptr;
+    std::vector<MenuSpec> menus;
     StatusBar* status = nullptr;
     QMdiArea* mdi = nullptr;  ///< shell
     QStackedWidget* middle = nullptr;

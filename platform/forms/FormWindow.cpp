@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "platform/base/Text.h"
 #include "platform/forms/FormImpl.h"
 #include "platform/forms/LayoutImpl.h"
 
@@ -41,6 +42,16 @@ QMenu* makeMenu(const MenuSpec& spec, QWidget* parent) {
     }
     if (spec.owner) spec.owner->standFor(menu->menuAction());
     return menu;
+}
+
+void collectEntries(const MenuSpec& spec, const std::string& above, std::vector<Form::MenuEntry>& entries) {
+    if (spec.owner && (!spec.owner->shown() || !spec.owner->able())) return;
+    const std::string caption = replaceAll(spec.caption, "&", "");
+    const std::string path = above.empty() ? caption : above + " > " + caption;
+    for (const MenuSpec::Part& part : spec.parts) {
+        if (part.item && part.item->shown() && part.item->able()) entries.push_back({part.item, path});
+        if (part.sub) collectEntries(*part.sub, path, entries);
+    }
 }
 
 }  // namespace
@@ -75,11 +86,18 @@ void Form::setMenu(std::vector<MenuSpec> menus) {
     bar->setNativeMenuBar(false);
     if (!shell) impl_->outer->insertWidget(0, bar);
     for (const auto& spec : menus) bar->addMenu(makeMenu(spec, bar));
+    impl_->menus = menus;
     if (!shell) return;
     impl_->windowMenu = new QMenu(QStringLiteral("&Window"), bar);
     QObject::connect(impl_->windowMenu, &QMenu::aboutToShow, [this] { impl_->fillWindowMenu(); });
     const bool helpLast = !menus.empty() && menus.back().caption.find("Help") != std::string::npos;
     bar->insertMenu(helpLast ? bar->actions().back() : nullptr, impl_->windowMenu);
+}
+
+std::vector<Form::MenuEntry> Form::menuEntries() const {
+    std::vector<MenuEntry> entries;
+    for (const MenuSpec& menu : impl_->menus) collectEntries(menu, {}, entries);
+    return entries;
 }
 
 void Form::setToolbar(Toolbar& toolbar) {

@@ -61,6 +61,7 @@ std::unique_ptr<Connection> openSource(const LoginOptions& options, const DataSo
                                        const std::string& password) {
     if (options.open) return options.open(source, password);
     if (!source.embedded()) return openServer(source, password);
+    examineEmbedded(options.embeddedFile);
     EmbeddedOptions embedded;
     embedded.file = options.embeddedFile;
     embedded.create = false;

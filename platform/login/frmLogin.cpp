@@ -15,6 +15,9 @@ constexpr int kEnterKey = 13;
 constexpr const char* kOtherServer = "Another SQL Server";
 constexpr long kErrLogonRefused = 18456;
 constexpr std::array kErrsNoBooks = {4060L, 911L, 916L};  ///< no such database, or none for this logon
+constexpr long kErrDamaged = 824;
+constexpr const char* kDamagedAdvice =
+    "Nothing in it was changed. Have the administrator put a backup in its place; the file as it is will be kept.";
 constexpr int kPasswordMax = 128;
 constexpr int kWidth_px = 460;
 constexpr int kHeight_px = 420;
@@ -165,6 +168,9 @@ bool frmLogin::connectChosen() {
             refuse(txtSQLUser, "The SQL Server refuses this SQL user or its password.");
         } else if (std::count(kErrsNoBooks.begin(), kErrsNoBooks.end(), e.number) > 0) {
             refuse(txtServer, "There are no books on this server: " + e.description);
+        } else if (e.number == kErrDamaged) {
+            MsgBox(e.description + "\n\n" + kDamagedAdvice, Icon::Stop, "Damaged Database File");
+            refuse(cboSource, e.description);
         } else {
             refuse(source.embedded() ? static_cast<Control&>(cboSource) : txtServer, e.description);
         }

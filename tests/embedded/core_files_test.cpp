@@ -232,5 +232,129 @@ TEST(Files, ADamagedFileIsNoticedAndNamed) {
     EXPECT_THROW(openEmbedded(options), Error);
 }
 
+/// What a look at the file says; empty when it is sound.
+std::string saidOf(const std::string& file) {
+    try {
+        examineEmbedded(file);
+        return {};
+    } catch (const Error& error) {
+        EXPECT_TRUE(error.number == 824 || error.number == 53) << error.number;
+        return error.description;
+    }
+}
+
+/// A sound file with 400 rows, and its bytes.
+std::string soundBytes(Scratch& scratch) {
+    prepare(scratch.file());
+    {
+        Engine db(scratch.file());
+        for (int n = 0; n < 400; ++n) {
+            db.run("INSERT t VALUES (" + std::to_string(n) + ", 0, REPLICATE('x', 500))");
+        }
+        db.services().checkpoint();
+    }
+    std::ifstream in(scratch.file(), std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+TEST(Files, ALookNamesEachKindOfDamageAndChangesNothing) {
+    Scratch scratch;
+    const std::string sound = soundBytes(scratch);
+    EXPECT_EQ(saidOf(scratch.file()), "");
+    std::string flipped = sound;
+    for (std::size_t i = 0; i < 600; ++i) flipped[sound.size() / 2 + i] ^= '\xff';
+    std::string foreign = sound;
+    for (std::size_t at = foreign.find("kv_meta"); at != std::string::npos; at = foreign.find("kv_meta", at)) {
+        foreign.replace(at, 7, "xx_meta");
+    }
+    const struct {
+        const char* name;
+        std::string bytes;
+        const char* said;
+    } cases[] = {
+        {"empty.db", "", "is empty"},
+        {"short.db", sound.substr(0, 60), "is cut off"},
+        {"cut.db", sound.substr(0, sound.size() / 2), "is cut off"},
+        {"cut-in-page.db", sound.substr(0, sound.size() - 100), "is cut off"},
+        {"flipped.db", flipped, "is damaged"},
+        {"other.db", std::string(5000, 'z'), "is not a database"},
+        {"foreign.db", foreign, "another program"},
+    };
+    for (const auto& one : cases) {
+        const std::string file = scratch.file(one.name);
+        std::ofstream(file, std::ios::binary) << one.bytes;
+        const std::string said = saidOf(file);
+        EXPECT_NE(said.find(one.said), std::string::npos) << one.name << ": " << said;
+        EXPECT_NE(said.find(file), std::string::npos) << said;
+        std::ifstream in(file, std::ios::binary);
+        EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), one.bytes) << one.name << " was changed";
+    }
+    EXPECT_NE(saidOf(scratch.file("missing.db")).find("does not exist"), std::string::npos);
+}
+
+TEST(Files, ARestoreWhileOthersWorkReplacesEverything) {
+    Scratch scratch;
+    prepare(scratch.file());
+    Engine db(scratch.file());
+    Engine other(scratch.file());
+    db.run("INSERT t VALUES (1, 1, 'kept')");
+    db.run("CREATE TABLE later (a int)");
+    db.services().backupTo(scratch.file("copy.db"));
+    // the other one knows a catalogue of as many changes as the backup's, but not the same
+    other.run("DROP TABLE later");
+    other.run("CREATE TABLE another (a int)");
+    other.run("DELETE FROM t");
+    EXPECT_EQ(other.ask("SELECT COUNT(*) FROM another"), "0");
+
+    const std::string kept = db.services().restoreFrom(scratch.file("copy.db"));
+    EXPECT_EQ(db.ask("SELECT MAX(text) FROM t"), "kept");
+    EXPECT_EQ(other.ask("SELECT MAX(text) FROM t"), "kept");
+    EXPECT_EQ(other.ask("SELECT COUNT(*) FROM later"), "0");
+    EXPECT_THROW(other.ask("SELECT COUNT(*) FROM another"), Error);
+    EXPECT_FALSE(std::filesystem::exists(scratch.file() + ".restoring"));
+    Engine before(kept);
+    EXPECT_EQ(before.ask("SELECT COUNT(*) FROM t"), "0");
+    EXPECT_EQ(before.ask("SELECT COUNT(*) FROM another"), "0");
+}
+
+TEST(Files, ARestoreThatCannotBeMadeChangesNothing) {
+    Scratch scratch;
+    const std::string sound = soundBytes(scratch);
+    std::ofstream(scratch.file("cut.db"), std::ios::binary) << sound.substr(0, sound.size() / 2);
+    Engine db(scratch.file());
+    for (const char* backup : {"cut.db", "missing.db"}) {
+        EXPECT_THROW(db.services().restoreFrom(scratch.file(backup)), Error);
+    }
+    db.services().backupTo(scratch.file("copy.db"));
+    db.run("BEGIN TRAN");
+    EXPECT_THROW(db.services().restoreFrom(scratch.file("copy.db")), Error);
+    db.run("ROLLBACK");
+    // a writer that does not come to its end
+    db.run("DELETE FROM t WHERE batch > 300");
+    EmbeddedOptions hurry;
+    hurry.file = scratch.file();
+    hurry.busyWaitMs = 50;
+    const auto impatient = openEmbedded(hurry);
+    db.run("BEGIN TRAN DELETE FROM t");
+    EXPECT_THROW(embeddedOf(*impatient)->restoreFrom(scratch.file("copy.db")), Error);
+    db.run("ROLLBACK");
+    EXPECT_EQ(db.ask("SELECT COUNT(*) FROM t"), "301");
+}
+
+TEST(Files, ADamagedFileIsPutAsideForItsBackup) {
+    Scratch scratch;
+    const std::string sound = soundBytes(scratch);
+    Engine(scratch.file()).services().backupTo(scratch.file("copy.db"));
+    const std::string half = sound.substr(0, sound.size() / 2);
+    std::ofstream(scratch.file(), std::ios::binary) << half;
+    const std::string kept = replaceEmbedded(scratch.file(), scratch.file("copy.db"));
+    EXPECT_EQ(Engine(scratch.file()).ask("SELECT COUNT(*) FROM t"), "400");
+    std::ifstream in(kept, std::ios::binary);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), half);
+    EXPECT_EQ(replaceEmbedded(scratch.file("new.db"), scratch.file("copy.db")), "");
+    EXPECT_THROW(replaceEmbedded(scratch.file(), kept), Error);
+    EXPECT_EQ(Engine(scratch.file()).ask("SELECT COUNT(*) FROM t"), "400");
+}
+
 }  // namespace
 }  // namespace kv

@@ -181,6 +181,28 @@ TEST_F(LoginDialog, ABrokenPreparationLeavesNoFile) {
     EXPECT_TRUE(fs::is_empty(folder + "/var"));
 }
 
+TEST_F(LoginDialog, ADamagedFileIsNamedAndLeftAsItIs) {
+    fs::create_directories(folder + "/var");
+    const std::string file = folder + "/var/damaged.db";
+    options.embeddedFile = file;
+    options.open = {};
+    std::string told;
+    dialogHooks().message = [&](const MessageBox& box) {
+        told = box.text;
+        return Answer::Ok;
+    };
+    for (const std::string& bytes : {std::string(), std::string("no database at all"), std::string(4096, 'x')}) {
+        writeTextFile(file, bytes);
+        told.clear();
+        const clsCurrentUser user = run([&] { signIn("E001", "ledger-2024"); });
+        EXPECT_FALSE(user.Connected());
+        EXPECT_NE(told.find(file), std::string::npos) << told;
+        EXPECT_NE(told.find("Nothing in it was changed"), std::string::npos) << told;
+        EXPECT_EQ(readTextFile(file), bytes);
+    }
+    dialogHooks().message = {};
+}
+
 TEST_F(LoginDialog, AServerIsAskedForItsLogonAndRememberedWithoutThePassword) {
     std::vector<std::pair<DataSource, std::string>> asked;
     options.open = [&](const DataSource& source, const std::string& password) -> std::unique_ptr<Connection> {

@@ -102,5 +102,26 @@ TEST_F(ConsoleTest, WrongArgumentsShowTheUsage) {
     }
 }
 
+TEST_F(ConsoleTest, ABackupIsPutBackAlsoOverAFileThatIsDamaged) {
+    run("CREATE TABLE t (a int)\nINSERT t VALUES (7)\n", "--data " + path("x.db"));
+    EXPECT_EQ(run("", "--data " + path("x.db") + " --backup " + path("copy.db")).status, 0);
+    run("DELETE FROM t", "--data " + path("x.db"));
+    const Outcome restored = run("", "--data " + path("x.db") + " --restore " + path("copy.db"));
+    EXPECT_EQ(restored.status, 0) << restored.err;
+    EXPECT_NE(restored.out.find("Restored and verified: " + path("x.db")), std::string::npos) << restored.out;
+    EXPECT_NE(restored.out.find(path("x.db") + ".before-restore-"), std::string::npos) << restored.out;
+    EXPECT_EQ(run("SELECT a FROM t", "--data " + path("x.db")).out, "a\n7\n\n");
+
+    writeTextFile(path("x.db"), "no database at all");
+    const Outcome refused = run("", "--data " + path("copy.db") + " --restore " + path("x.db"));
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_NE(refused.err.find("x.db is not a database."), std::string::npos) << refused.err;
+    const Outcome replaced = run("", "--data " + path("x.db") + " --restore " + path("copy.db"));
+    EXPECT_EQ(replaced.status, 0) << replaced.err;
+    EXPECT_NE(replaced.out.find(path("x.db") + ".damaged-"), std::string::npos) << replaced.out;
+    EXPECT_EQ(run("SELECT a FROM t", "--data " + path("x.db")).out, "a\n7\n\n");
+    EXPECT_EQ(run("", "--restore " + path("copy.db")).status, 2);
+}
+
 }  // namespace
 }  // namespace kv

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "app/DialogList.h"
+#include "core/BooksCheck.h"
 #include "platform/base/Error.h"
 #include "platform/base/Paths.h"
 #include "platform/base/Text.h"
@@ -17,14 +18,6 @@ namespace kv {
 namespace {
 
 constexpr std::size_t kRowsTold = 3;
-
-/// What a check says of itself in its head: "-- Title: ...".
-std::string titleOf(const std::string& check) {
-    for (const std::string& line : split(check, '\n')) {
-        if (startsNoCase(line, "-- Title:")) return std::string(trimBlanks(line.substr(9)));
-    }
-    return "a check without a title";
-}
 
 std::string told(const Recordset& rows) {
     std::string text;
@@ -115,20 +108,14 @@ std::optional<std::vector<std::string>> Workstation::ask(const std::string& dial
 }
 
 std::vector<std::string> Workstation::unsound() {
-    std::vector<std::string> files;
-    for (const auto& entry : std::filesystem::directory_iterator(buildPath(programFolder(), "server/checks"))) {
-        if (entry.path().extension() == ".sql") files.push_back(entry.path().string());
-    }
-    std::sort(files.begin(), files.end());
     std::vector<std::string> wrong;
     const std::unique_ptr<Connection> connection = connect();
-    for (const std::string& file : files) {
-        const std::string check = readTextFile(file);
+    for (const BooksCheck& check : booksChecks()) {
         try {
-            const Recordset rows = connection->Open(check);
-            if (!rows.empty()) wrong.push_back("not so: " + titleOf(check) + told(rows));
+            const Recordset rows = connection->Open(check.query);
+            if (!rows.empty()) wrong.push_back("not so: " + check.title + told(rows));
         } catch (const Error& error) {
-            wrong.push_back(fileNameOf(file) + ": " + error.description);
+            wrong.push_back(check.name + ": " + error.description);
         }
     }
     return wrong;

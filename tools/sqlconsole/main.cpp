@@ -15,23 +15,30 @@ namespace {
 constexpr const char* kUsage =
     "usage: sqlconsole [--data FILE | --source odbc:DSN] [--database NAME] [--csv] < batches.sql\n"
     "       sqlconsole --data FILE --backup COPY\n"
+    "       sqlconsole --data FILE --restore COPY\n"
     "\n"
     "  --data FILE         the embedded database in FILE; a missing file starts empty\n"
     "  --source odbc:DSN   a SQL Server by the name of its data source, or odbc:Driver=...;Server=...\n"
     "  --database NAME     the database to start in (ACCOUNTING)\n"
     "  --csv               comma-separated result sets, the only format\n"
     "  --backup COPY       copies the embedded database while it is in use, reads the copy back, and ends\n"
+    "  --restore COPY      checks the copy and puts it in the place of what FILE holds, also while FILE is in use; "
+    "what\n"
+    "                      stood there is kept beside it, a damaged or missing FILE is replaced\n"
     "\n"
     "A line with GO ends a batch. Without --data and --source the database is a private one in memory.\n"
     "Errors go to standard error; after one the next batch runs in the same session. Exit status 1 if there was any.\n";
 
 constexpr int kSeverityInformationMax = 10;
+constexpr long kErrMissing = 53;
+constexpr long kErrDamaged = 824;
 
 struct Arguments {
     std::string file = ":memory:";
     std::string source;
     std::string database = "ACCOUNTING";
     std::string backup;
+    std::string restore;
     bool good = true;
 };
 
@@ -40,17 +47,20 @@ Arguments parseArguments(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {
         const std::string option = argv[i];
         if (option == "--csv") continue;
-        const bool known = option == "--data" || option == "--source" || option == "--database" || option == "--backup";
-        if (!known || i + 1 >= argc) {
+        std::string* value = option == "--data"       ? &arguments.file
+                             : option == "--source"   ? &arguments.source
+                             : option == "--database" ? &arguments.database
+                             : option == "--backup"   ? &arguments.backup
+                             : option == "--restore"  ? &arguments.restore
+                                                      : nullptr;
+        if (!value || i + 1 >= argc) {
             arguments.good = false;
             return arguments;
         }
-        (option == "--data"     ? arguments.file
-         : option == "--source" ? arguments.source
-         : option == "--backup" ? arguments.backup
-                                : arguments.database) = argv[++i];
+        *value = argv[++i];
     }
     arguments.good = arguments.source.empty() || kv::startsNoCase(arguments.source, "odbc:");
+    if (!arguments.restore.empty() && arguments.file == ":memory:") arguments.good = false;
     return arguments;
 }
 
@@ -59,7 +69,7 @@ std::unique_ptr<kv::Connection> connect(const Arguments& arguments) {
         kv::EmbeddedOptions options;
         options.file = arguments.file;
         options.defaultDatabase = arguments.database;
-        options.create = arguments.backup.empty();
+        options.create = arguments.backup.empty() && arguments.restore.empty();
         return kv::openEmbedded(options);
     }
     kv::OdbcOptions options;
@@ -106,6 +116,28 @@ int backUp(kv::Connection& connection, const std::string& copy) {
     return 0;
 }
 
+/// Nothing of the file when it is missing or damaged; raises any other failure.
+std::unique_ptr<kv::Connection> openSound(const Arguments& arguments) {
+    try {
+        kv::examineEmbedded(arguments.file);
+        return connect(arguments);
+    } catch (const kv::Error& error) {
+        if (error.number != kErrMissing && error.number != kErrDamaged) throw;
+        std::cout << error.description << '\n';
+        return nullptr;
+    }
+}
+
+int restore(const Arguments& arguments) {
+    const auto connection = openSound(arguments);
+    const std::string kept = connection ? kv::embeddedOf(*connection)->restoreFrom(arguments.restore)
+                                        : kv::replaceEmbedded(arguments.file, arguments.restore);
+    std::cout << "Restored and verified: " << arguments.file << '\n';
+    if (!kept.empty()) std::cout << "What stood there is kept: " << kept << '\n';
+    std::cout << "Bring it up to the scripts of this version: dbinstall --data " << arguments.file << '\n';
+    return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -116,6 +148,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     try {
+        if (!arguments.restore.empty()) return restore(arguments);
         const auto connection = connect(arguments);
         if (!arguments.backup.empty()) return backUp(*connection, arguments.backup);
         const std::string script((std::istreambuf_iterator<char>(std::cin)), {});
