@@ -39,7 +39,8 @@ void fill(kv::Desk& desk) {
         " CONVERT(varchar(6), DATEADD(DAY, S.N / 28, '2014-01-01'), 112),"
         " CASE S.N % 5 WHEN 0 THEN 'Depreciation of equipment, ward ' WHEN 1 THEN 'Payroll of the department '"
         " WHEN 2 THEN 'Charges of patients, floor ' WHEN 3 THEN 'Bank charges and interest, account '"
-        " ELSE 'Correction of the entry ' END + CAST(S.N % 97 AS varchar(5)) + ' by voucher ' + CAST(S.N * 7 AS varchar(10)),"
+        " ELSE 'Correction of the entry ' END + CAST(S.N % 97 AS varchar(5)) + ' by voucher ' + CAST(S.N * 7 AS "
+        "varchar(10)),"
         " S.N * 1.25, 'E001'"
         " FROM (SELECT A.N * 10000 + B.N * 1000 + C.N * 100 + D.N * 10 + E.N AS N FROM #N AS A CROSS JOIN #N AS B"
         " CROSS JOIN #N AS C CROSS JOIN #N AS D CROSS JOIN #N AS E) AS S");

@@ -15,7 +15,8 @@ TEST(BooksCheck, EveryCheckTellsWhatItMeans) {
         EXPECT_GT(check.explanation.size(), 40u) << check.name;
         EXPECT_EQ(check.explanation.find("SELECT"), std::string::npos) << check.name;
     }
-    const BooksCheck check = readCheck("x", "-- Title: One\n-- Explanation: First\n--   second.\nSELECT 1 -- Title: no\n");
+    const BooksCheck check =
+        readCheck("x", "-- Title: One\n-- Explanation: First\n--   second.\nSELECT 1 -- Title: no\n");
     EXPECT_EQ(check.title, "One");
     EXPECT_EQ(check.explanation, "First second.");
 }
