@@ -42,7 +42,9 @@ void addMenus(const Form& form, const BookEntry* book, std::vector<MenuSource>& 
         menu.item = entry.item->name();
         menu.title = replaceAll(replaceAll(entry.item->text(), "&", ""), "...", "");
         if (menu.title == "Close" || menu.item == "mnuFind") continue;
-        menu.path = book ? std::string(book->name) + " > " + entry.path : entry.path;
+        // the first menu of a book's window may be called as the book
+        const bool same = book && entry.path.starts_with(book->name);
+        menu.path = book && !same ? std::string(book->name) + " > " + entry.path : entry.path;
         menu.report = entry.path.find("Report") != std::string::npos;
         menus.push_back(std::move(menu));
     }

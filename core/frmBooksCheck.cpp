@@ -36,11 +36,12 @@ std::string spaced(const std::string& name) {
 }  // namespace
 
 frmBooksCheck::frmBooksCheck(Session& session) : Form("frmBooksCheck", "Books Check"), session_(session) {
-    lvwChecks.setColumns({{"Check", 44, Align::Left, true}, {"Result", 12}});
+    lvwChecks.setColumns({{"Check", 44, Align::Left, true}, {"Result", 9}});
     lvwChecks.rows(17);
     lvwChecks.setHelp("Each check finds nothing while the books are sound.");
     lvwChecks.onItemClick = [this](int) { ShowRows(); };
     lblTitle.look(Label::Look::Heading);
+    lblExplanation.wrap(3);
     lblRows.look(Label::Look::Hint);
     lblResult.look(Label::Look::Hint);
     lvwRows.setHelp("Enter opens the document behind a row.");
@@ -52,12 +53,12 @@ frmBooksCheck::frmBooksCheck(Session& session) : Form("frmBooksCheck", "Books Ch
     cmdClose.cancels();
     cmdClose.onClick = [this] { Unload(); };
     setLayout(column({
-        expand(split(lvwChecks, column({lblTitle, lblExplanation, expand(lvwRows), lblRows}))),
+        expand(row({width(lvwChecks, 58), expand(column({lblTitle, lblExplanation, expand(lvwRows), lblRows}))})),
         prgRun,
         row({lblResult, stretch(), cmdRun, cmdOpen, cmdCopy, cmdClose}),
     }));
     setIcon("task-complete");
-    setSize(1180, 620);
+    setSize(1240, 620);
     setFirstFocus(lvwChecks);
 }
 

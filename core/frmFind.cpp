@@ -19,7 +19,7 @@ frmFind::frmFind(Session& session) : Form("frmFind", "Find Anything"), session_(
     txtFind.onChange = [this] { Search(); };
     txtFind.onKeyDown = [this](const std::string& key, bool& handled) { txtFind_KeyDown(key, handled); };
     lvwFound.rows(kPage);
-    lvwFound.setColumns({{"Kind", 13}, {"Number", 15}, {"Name", 40, Align::Left, true}, {"Where, when", 36}});
+    lvwFound.setColumns({{"Kind", 13}, {"Number", 15}, {"Name", 40, Align::Left, true}, {"Where, when", 44}});
     lvwFound.onDblClick = [this](int) { cmdOpen_Click(); };
     lblFound.look(Label::Look::Hint);
     cmdOpen.primary();
@@ -28,7 +28,7 @@ frmFind::frmFind(Session& session) : Form("frmFind", "Find Anything"), session_(
     cmdClose.onClick = [this] { Unload(); };
     setLayout(column({txtFind, expand(lvwFound), row({lblFound, stretch(), cmdOpen, cmdClose})}));
     setIcon("edit-find");
-    setSize(880, 520);
+    setSize(960, 520);
     setFirstFocus(txtFind);
 }
 

@@ -113,6 +113,8 @@ public:
     /// Looks: a heading, a figure (right-aligned, equal-width digits), a hint.
     enum class Look { Plain, Heading, Figure, FigureBold, Hint, Box };
     Label& look(Look look);
+    /// Long texts go on in further lines; room for so many is kept.
+    Label& wrap(int lines);
     /// Warning colour, e.g. for a difference that is not zero.
     void setAlert(bool alert);
 };

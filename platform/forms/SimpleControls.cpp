@@ -110,6 +110,14 @@ Label& Label::look(Look look) {
     return *this;
 }
 
+Label& Label::wrap(int lines) {
+    auto* label = static_cast<LabelWidget*>(widget());
+    label->setWordWrap(true);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    label->setMinimumHeight(lines * label->fontMetrics().lineSpacing());
+    return *this;
+}
+
 void Label::setAlert(bool alert) { faceOf(*this)->setAlert(alert); }
 
 // ---- buttons ---------------------------------------------------------------------------------------------------

@@ -30,6 +30,7 @@ frmLogin::frmLogin(const LoginOptions& options, std::string deptCode)
     lblWelcome.look(Label::Look::Hint);
     lblCapsLock.look(Label::Look::Hint);
     lblHint.setAlert(true);
+    lblHint.wrap(2);
     txtEmployeeCode.code().maxLength(15);
     txtPassword.password().maxLength(kPasswordMax);
     cboSource.width(40);
