@@ -56,8 +56,8 @@ public:
     virtual void Form_KeyPress(int& /*KeyAscii*/) {}
     void setKeyPreview(bool on);
 
-    /// Enables and shows menu entries by the user's rights and the parameters, from what the session holds alone. A form
-    /// that has such entries calls it when it loads; "find anything" asks it of forms that are not open.
+    /// Enables and shows menu entries by the user's rights and the parameters, from what the session holds alone. A
+    /// form that has such entries calls it when it loads; "find anything" asks it of forms that are not open.
     virtual void Form_Rights() {}
 
     /// An entry of the form's menus that can be picked now, with the captions of the menus above it.

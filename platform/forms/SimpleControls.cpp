@@ -76,7 +76,7 @@ void LabelWidget::paintEvent(QPaintEvent* event) {
     }
     const QRect room = contentsRect();
     const QString shortened = fontMetrics().elidedText(text(), Qt::ElideRight, room.width() + 1, Qt::TextShowMnemonic);
-    if (pixmap(Qt::ReturnByValue).isNull() && !text().contains(u'\n') && shortened != text()) {
+    if (pixmap(Qt::ReturnByValue).isNull() && !wordWrap() && !text().contains(u'\n') && shortened != text()) {
         QPainter painter(this);
         style()->drawItemText(&painter, room, static_cast<int>(alignment()) | Qt::TextShowMnemonic, palette(),
                               isEnabled(), shortened, foregroundRole());
