@@ -12,8 +12,10 @@ void clsParameters::take(std::string_view code, std::string_view stored) {
     using Taker = void (*)(Values&, std::string_view);
     static const std::unordered_map<std::string, Taker> takers = {
 #define KV_FLAG(key, property, initial) {key, [](Values& v, std::string_view text) { v.property = text == "Y"; }},
-#define KV_NUMBER(key, property, initial) \
-    {key, [](Values& v, std::string_view text) { v.property = static_cast<short>(module1::Value(text).toDouble()); }},
+#define KV_NUMBER(key, property, initial)                                                          \
+    {key, [](Values& v, std::string_view text) {                                                   \
+         v.property = static_cast<short>(static_cast<long long>(module1::Value(text).toDouble())); \
+     }},
 #define KV_TEXT(key, property, initial) {key, [](Values& v, std::string_view text) { v.property = text; }},
 #define KV_FORMAT(key, property, initial)        \
     {key, [](Values& v, std::string_view text) { \
@@ -25,7 +27,33 @@ void clsParameters::take(std::string_view code, std::string_view stored) {
 #undef KV_TEXT
 #undef KV_FORMAT
     };
-    if (const auto found = takers.find(UCase(code)); found != takers.end()) found->second(values_, stored);
+    const std::string key = UCase(code);
+    stored_[key] = stored;
+    if (const auto found = takers.find(key); found != takers.end()) found->second(values_, stored);
+}
+
+void clsParameters::reset() {
+    values_ = Values();
+    stored_.clear();
+}
+
+std::string clsParameters::textOf(std::string_view code) const {
+    using Giver = std::string (*)(const Values&);
+    static const std::unordered_map<std::string, Giver> givers = {
+#define KV_FLAG(key, property, initial) {key, [](const Values& v) { return std::string(v.property ? "Y" : "N"); }},
+#define KV_NUMBER(key, property, initial) {key, [](const Values& v) { return std::to_string(v.property); }},
+#define KV_TEXT(key, property, initial) {key, [](const Values& v) { return v.property; }},
+#define KV_FORMAT(key, property, initial) KV_TEXT(key, property, initial)
+#include "core/Parameters.def"
+#undef KV_FLAG
+#undef KV_NUMBER
+#undef KV_TEXT
+#undef KV_FORMAT
+    };
+    const std::string key = UCase(code);
+    if (const auto found = givers.find(key); found != givers.end()) return found->second(values_);
+    const auto stored = stored_.find(key);
+    return stored == stored_.end() ? std::string() : stored->second;
 }
 
 void clsParameters::LoadParameters(std::string_view ClientCode, std::source_location at) {

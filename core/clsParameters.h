@@ -1,6 +1,7 @@
 #pragma once
 // clsParameters: the rows of table PARAMETERS as typed properties, each with a default.
 
+#include <map>
 #include <source_location>
 #include <string>
 #include <string_view>
@@ -20,7 +21,9 @@ public:
                           std::source_location at = std::source_location::current());
     /// Takes one stored row. Unknown keys are ignored.
     void take(std::string_view code, std::string_view stored);
-    void reset() { values_ = Values(); }
+    void reset();
+    /// The value of a key as a text, a flag as "Y" or "N"; what is stored for a key that no property takes.
+    std::string textOf(std::string_view code) const;
 
 #define KV_FLAG(code, property, initial) \
     bool property() const { return values_.property; }
@@ -73,6 +76,7 @@ private:
     };
     Connection& connection_;
     Values values_;
+    std::map<std::string, std::string> stored_;  ///< what was read, by code in upper case
 };
 
 }  // namespace kv

@@ -38,11 +38,7 @@ void frmPassword::cmdOK_Click() {
     const char* screen = target == PasswordTargets::ProgramSettings ? "frmHospitalInfo"
                          : target == PasswordTargets::UserSettings  ? "frmUserSettings"
                                                                     : nullptr;
-    if (screen && session_.screens.find(screen)) {
-        session_.screens.showModal(session_, screen);
-    } else if (screen) {
-        MsgBox("Program Settings is not part of this version.", Icon::Information);
-    }
+    if (screen) session_.screens.showModal(session_, screen);
     Unload();
 }
 
