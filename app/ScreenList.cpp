@@ -13,9 +13,11 @@
 #include "ledger/frmEntPeriod.h"
 #include "ledger/frmGL.h"
 #include "ledger/frmGeneral.h"
+#include "ledger/frmHospitalInfo.h"
 #include "ledger/frmJournEntry.h"
 #include "ledger/frmListBatch.h"
 #include "reporting/MasterForm.h"
+#include "reporting/UserLogs.h"
 
 namespace kv {
 namespace {
@@ -52,6 +54,8 @@ void registerScreens(Screens& screens) {
     screens.add({"frmGL", "ledger", "General Ledger", "Books > General Ledger", "GL", make<frmGL>});
     screens.add({"frmGeneral", "ledger", "Journal Vouchers, Accounts Receivable, Cash Receipts", "Books", "",
                  make<frmGeneral>});
+    screens.add({"frmHospitalInfo", "ledger", "Program Settings Maintenance", "File > Program Settings", "",
+                 make<frmHospitalInfo>});
     screens.add({"frmJournEntry", "ledger", "Journal Entry", "Batch Entries > Enter/Edit Batch > New", "",
                  make<frmJournEntry>, OpenBatchDocument});
     screens.add(
@@ -61,6 +65,8 @@ void registerScreens(Screens& screens) {
     screens.add({"frmPeriod", "ledger", "Periods", "File Maintenance > Periods", "PER", master<periodFile>});
     screens.add(
         {"frmUserSettings", "core", "User Settings Maintenance", "File > User Settings", "", make<frmUserSettings>});
+
+    screens.addCommand("UserLogs", [](Session& session) { ShowUserLogs(session); });
 }
 
 }  // namespace kv

@@ -187,6 +187,7 @@ void frmMain::OpenMaintenance(const MaintenanceEntry& entry) {
 void frmMain::OpenPassword(int target, const char* log) {
     session_.PasswordTarget = static_cast<PasswordTargets>(target);
     session_.screens.showModal(session_, "frmPassword");
+    lblCompany.setText(session_.Sys.Company);  // the settings may have renamed the hospital
     module1::SaveUserLog(session_, log);
 }
 
@@ -244,11 +245,7 @@ void frmMain::mnuRestore_Click() {
 
 void frmMain::mnuUserLogs_Click_Err() {
     module1::SaveUserLog(session_, "Open User Logs");
-    if (session_.screens.hasCommand("UserLogs")) {
-        session_.screens.runCommand(session_, "UserLogs");
-    } else {
-        MsgBox("User Logs is not part of this version.", Icon::Information);
-    }
+    session_.screens.runCommand(session_, "UserLogs");
 }
 
 void frmMain::picPicture2_KeyPress(int& KeyAscii) {

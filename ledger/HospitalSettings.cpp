@@ -19,14 +19,6 @@ constexpr std::size_t kLongestLog = 500;
 constexpr int kSampleSeries = 7;
 constexpr const char* kSampleNumber = "12";
 
-constexpr SettingPair kYear{{"CALENDAR", "Calendar"}, {"FISCAL", "Fiscal"}, true};
-constexpr SettingPair kSequence{{"0", "custom"}, {"1", "system sequence"}};
-constexpr SettingPair kPaper{{"0", "preprinted form"}, {"1", "plain paper"}};
-constexpr SettingPair kVoucherKey{{"0", "within its period"}, {"1", "one running series"}};
-constexpr SettingPair kCompare{{"0", "same month of last year"}, {"1", "last month"}};
-constexpr SettingPair kDirect{{"0", "N/A - Use APV Always"}, {"1", "With Direct Disbursement"}};
-constexpr SettingPair kNumbering{{"Y", "custom periodic"}, {"N", "system sequence"}};
-
 constexpr CodeSetting sys(const char* key, bool mayBeGroup = false) { return {Store::Sys, key, mayBeGroup}; }
 constexpr CodeSetting parameter(const char* key) { return {Store::Parameter, key}; }
 
@@ -57,14 +49,14 @@ const std::vector<Setting>& hospitalSettings() {
         {Store::Sys, "AEAcct", "Accrued Expense"},
         {Store::Sys, "payAcct", "Payroll"},
         {Store::Sys, "CashInBank", "Cash In Bank"},
-        {Store::Sys, "YearType", "Year", "", &kYear},
-        {Store::Sys, "sw_CheckNo", "Check numbers", "", &kSequence},
-        {Store::Sys, "sw_ChkPrint", "Checks print on", "", &kPaper},
-        {Store::Sys, "sw_APVPrint", "AP vouchers print on", "", &kPaper},
-        {Store::Sys, "sw_APVNo", "Internal number of AP vouchers", "", &kVoucherKey},
-        {Store::Sys, "sw_Compare", "Statements compare with", "", &kCompare},
-        {Store::Sys, "sw_wDirect", "Disbursement", "", &kDirect},
-        {Store::Sys, "SW_CV", "Check vouchers", "", &kSequence},
+        {Store::Sys, "YearType", "Year", "", &kYearPair},
+        {Store::Sys, "sw_CheckNo", "Check numbers", "", &kSequencePair},
+        {Store::Sys, "sw_ChkPrint", "Checks print on", "", &kPaperPair},
+        {Store::Sys, "sw_APVPrint", "AP vouchers print on", "", &kPaperPair},
+        {Store::Sys, "sw_APVNo", "Internal number of AP vouchers", "", &kVoucherKeyPair},
+        {Store::Sys, "sw_Compare", "Statements compare with", "", &kComparePair},
+        {Store::Sys, "sw_wDirect", "Disbursement", "", &kDirectPair},
+        {Store::Sys, "SW_CV", "Check vouchers", "", &kSequencePair},
         {Store::Parameter, "PurchaseDiscountCode", "Purchase Discount", "Purchase Discount account code."},
         {Store::Parameter, "FreeGoodsCode", "Free Goods", "Free Goods account code"},
         {Store::Parameter, "DonationCode", "Donations", "Donations account code"},
@@ -82,15 +74,15 @@ const std::vector<Setting>& hospitalSettings() {
         {Store::Parameter, "PFHouseCaseCode", "PF House Case", "Professional fee house case account code"},
         {Store::Parameter, "DepreciationCode", "Depreciation Code", "Depreciation code"},
         {Store::Parameter, "CapitalGoodsInputTaxCode", "Input Tax Code (Capital Goods)", "Input tax account for capital goods"},
-        {Store::Parameter, "UsePrintVoucher", "AP voucher numbers", "Use formatted number for AP Voucher", &kNumbering},
+        {Store::Parameter, "UsePrintVoucher", "AP voucher numbers", "Use formatted number for AP Voucher", &kNumberingPair},
         {Store::Parameter, "PrintVoucherFormat", "AP voucher mask", "AP voucher number format"},
         {Store::Parameter, "VoucherPrefix", "AP voucher prefix", "Prefix for AP voucher number - sequential"},
         {Store::Parameter, "VoucherFormat", "AP voucher form", "AP voucher number format - sequential"},
-        {Store::Parameter, "UsePrintCVNo", "Check voucher numbers", "Use formatted number for Check Voucher", &kNumbering},
+        {Store::Parameter, "UsePrintCVNo", "Check voucher numbers", "Use formatted number for Check Voucher", &kNumberingPair},
         {Store::Parameter, "PrintCVNoFormat", "Check voucher mask", "Check voucher number format"},
         {Store::Parameter, "CVPrefix", "Check voucher prefix", "Prefix for CV number - sequential"},
         {Store::Parameter, "CVFormat", "Check voucher form", "CV number format - sequential"},
-        {Store::Parameter, "UsePrintJVBatch", "Journal voucher numbers", "Use formatted number for JV", &kNumbering},
+        {Store::Parameter, "UsePrintJVBatch", "Journal voucher numbers", "Use formatted number for JV", &kNumberingPair},
         {Store::Parameter, "PrintJVBatchFormat", "Journal voucher mask", "JV batch format"},
         {Store::Parameter, "JVPrefix", "Journal voucher prefix", "Prefix for JV number - sequential"},
         {Store::Parameter, "JVFormat", "Journal voucher form", "JV number format - sequential"},

@@ -28,6 +28,15 @@ struct SettingPair {
     bool isFirst(std::string_view stored) const;
 };
 
+// the pairs of the screen
+inline constexpr SettingPair kYearPair{{"CALENDAR", "Calendar"}, {"FISCAL", "Fiscal"}, true};
+inline constexpr SettingPair kSequencePair{{"0", "custom"}, {"1", "system sequence"}};
+inline constexpr SettingPair kPaperPair{{"0", "preprinted form"}, {"1", "plain paper"}};
+inline constexpr SettingPair kVoucherKeyPair{{"0", "within its period"}, {"1", "one running series"}};
+inline constexpr SettingPair kComparePair{{"0", "same month of last year"}, {"1", "last month"}};
+inline constexpr SettingPair kDirectPair{{"0", "N/A - Use APV Always"}, {"1", "With Direct Disbursement"}};
+inline constexpr SettingPair kNumberingPair{{"Y", "custom periodic"}, {"N", "system sequence"}};
+
 struct Setting {
     enum class Store { Sys, Parameter, Registration };
     Store store;

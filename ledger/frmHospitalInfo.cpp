@@ -223,6 +223,7 @@ Layout frmHospitalInfo::hospitalPage() {
                                           {"Position:", txtReviewedByPosition}},
                                          2)),
         fields({{"Disbursement clerk:", {txtCDBClerk, cmdCDBClerk, txtCDBClerkName}}}),
+        stretch(),
     });
 }
 
@@ -244,6 +245,7 @@ Layout frmHospitalInfo::registrationPage() {
                                         {"Title:", txtRepresentativeTitle}},
                                        2)),
         fields({{"Vendor of the tax bureau:", {txtBIRVendorID, cmdBIRVendorID, txtBIRVendorDesc}}}),
+        stretch(),
     });
 }
 
@@ -261,14 +263,15 @@ Layout frmHospitalInfo::optionsPage() {
     return row({
         column({numberingGroup(numberings_[0], "AP Voucher Numbering ",
                                {{"Internal number:", {optAPVNo0, optAPVNo1, stretch()}}}),
-                numberingGroup(numberings_[2], "Journal Voucher Numbering ", {})}),
+                numberingGroup(numberings_[2], "Journal Voucher Numbering ", {}), stretch()}),
         column({numberingGroup(numberings_[1], "Check Voucher Numbering ",
                                {{"Check vouchers:", {optCV0, optCV1, stretch()}}}),
                 group("Options", fields({{"Disbursement:", {optDirect0, optDirect1, stretch()}},
                                          {"Compare with:", {optCompare0, optCompare1, stretch()}},
                                          {"Check numbers:", {optCheckNo0, optCheckNo1, stretch()}},
                                          {"Checks print on:", {optChkPrint0, optChkPrint1, stretch()}},
-                                         {"AP vouchers print on:", {optAPVPrint0, optAPVPrint1, stretch()}}}))}),
+                                         {"AP vouchers print on:", {optAPVPrint0, optAPVPrint1, stretch()}}})),
+                stretch()}),
     });
 }
 

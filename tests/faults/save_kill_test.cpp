@@ -6,6 +6,7 @@
 
 #include <csignal>
 
+#include "ledger/HospitalSettings.h"
 #include "ledger/PeriodTasks.h"
 #include "tests/desk/Desk.h"
 
@@ -100,6 +101,38 @@ TEST(KilledSave, OfAnEditedBatchLeavesTheOldOneOrTheNewOne) {
             << "killed before statement " << point;
     }
     EXPECT_TRUE(changed);
+}
+
+/// The three tables that the settings live in, and the log of their changes, as one text.
+std::string settings(Desk& desk) {
+    return desk.ask("SELECT Address1 FROM SYS") + " " +
+           desk.ask("SELECT ParamValue FROM PARAMETERS WHERE Code = 'PurchaseDiscountCode'") + " " +
+           desk.ask("SELECT RDOCode FROM tbBIRRegistration") + " " + desk.ask("SELECT COUNT(*) FROM AuditLog");
+}
+
+TEST(KilledSave, OfTheProgramSettingsLeavesTheOldOnesOrTheNewOnes) {
+    const std::string file = freshHospital(scratchFolder(), "settings.db");
+    int died = 0;
+    bool changed = false;
+    for (int point = 1; !changed && point < 100; ++point) {
+        changed = !diesAt(
+            file, point, [](Desk&) {},
+            [](Desk& desk) {
+                SettingValues values = StoredSettings(desk.session());
+                values[settingAt(Setting::Store::Sys, "Address1")] = "NEW STREET";
+                values[settingAt(Setting::Store::Parameter, "PurchaseDiscountCode")] = "4503";
+                values[settingAt(Setting::Store::Registration, "RDOCode")] = "25A";
+                SaveSettings(desk.session(), values);
+            });
+        died += changed ? 0 : 1;
+        Desk after(file);
+        ASSERT_EQ(settings(after), changed || after.ask("SELECT RDOCode FROM tbBIRRegistration") == "25A"
+                                       ? "NEW STREET 4503 25A 3"
+                                       : "1 SAMPLE STREET, SAMPLE CITY 4502 001 0")
+            << "killed before statement " << point;
+    }
+    EXPECT_TRUE(changed);
+    EXPECT_GE(died, 45) << "a statement for each of the parameters alone";
 }
 
 }  // namespace
