@@ -73,16 +73,20 @@ const std::vector<Setting>& hospitalSettings() {
         {Store::Parameter, "PFBankChargeCode", "PF Bank Charge", "Professional fee bank charge account code"},
         {Store::Parameter, "PFHouseCaseCode", "PF House Case", "Professional fee house case account code"},
         {Store::Parameter, "DepreciationCode", "Depreciation Code", "Depreciation code"},
-        {Store::Parameter, "CapitalGoodsInputTaxCode", "Input Tax Code (Capital Goods)", "Input tax account for capital goods"},
-        {Store::Parameter, "UsePrintVoucher", "AP voucher numbers", "Use formatted number for AP Voucher", &kNumberingPair},
+        {Store::Parameter, "CapitalGoodsInputTaxCode", "Input Tax Code (Capital Goods)",
+         "Input tax account for capital goods"},
+        {Store::Parameter, "UsePrintVoucher", "AP voucher numbers",
+         "Use formatted number for AP Voucher", &kNumberingPair},
         {Store::Parameter, "PrintVoucherFormat", "AP voucher mask", "AP voucher number format"},
         {Store::Parameter, "VoucherPrefix", "AP voucher prefix", "Prefix for AP voucher number - sequential"},
         {Store::Parameter, "VoucherFormat", "AP voucher form", "AP voucher number format - sequential"},
-        {Store::Parameter, "UsePrintCVNo", "Check voucher numbers", "Use formatted number for Check Voucher", &kNumberingPair},
+        {Store::Parameter, "UsePrintCVNo", "Check voucher numbers",
+         "Use formatted number for Check Voucher", &kNumberingPair},
         {Store::Parameter, "PrintCVNoFormat", "Check voucher mask", "Check voucher number format"},
         {Store::Parameter, "CVPrefix", "Check voucher prefix", "Prefix for CV number - sequential"},
         {Store::Parameter, "CVFormat", "Check voucher form", "CV number format - sequential"},
-        {Store::Parameter, "UsePrintJVBatch", "Journal voucher numbers", "Use formatted number for JV", &kNumberingPair},
+        {Store::Parameter, "UsePrintJVBatch", "Journal voucher numbers",
+         "Use formatted number for JV", &kNumberingPair},
         {Store::Parameter, "PrintJVBatchFormat", "Journal voucher mask", "JV batch format"},
         {Store::Parameter, "JVPrefix", "Journal voucher prefix", "Prefix for JV number - sequential"},
         {Store::Parameter, "JVFormat", "Journal voucher form", "JV number format - sequential"},
@@ -284,9 +288,9 @@ NumberSample maskSample(std::string_view mask, bool fourDigits, const Date& day)
     sample.text =
         maskSeries(maskDate(mask, day), kSampleSeries, fourDigits ? SeriesDigits::ThreeOrFour : SeriesDigits::Three);
     if (!has(mask, "###")) {
-        sample.warning = "without ### all month the same";
+        sample.warning = "no ###: one number for the whole month";
     } else if (!has(mask, "MM") || !has(mask, "YY")) {
-        sample.warning = has(mask, "YY") ? "without MM again each month" : "without YY again each year";
+        sample.warning = has(mask, "YY") ? "no MM: comes again each month" : "no YY: comes again each year";
     }
     sample.tooLong = charCount(sample.text) > kLongestNumber;
     return sample;
@@ -295,7 +299,7 @@ NumberSample maskSample(std::string_view mask, bool fourDigits, const Date& day)
 NumberSample formSample(std::string_view prefix, std::string_view form, const Date& day) {
     NumberSample sample;
     sample.text = std::string(prefix) + maskDate(maskNumber(form, kSampleNumber), day);
-    if (!has(form, "0")) sample.warning = "without 0 always the same";
+    if (!has(form, "0")) sample.warning = "no 0: one number for all";
     sample.tooLong = charCount(sample.text) > kLongestNumber;
     return sample;
 }

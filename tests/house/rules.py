@@ -124,6 +124,15 @@ def dialogs():
         yield f"{stem} is not in app/DialogList.cpp"
 
 
+def transactions():
+    """Every file that opens a transaction stands in the list of saves."""
+    listed = text("docs/developers/transactions.md")
+    for path in files("*.cpp"):
+        if room_of(path) and not path.startswith(("platform/", "demo/")) and re.search(r"\bTransaction \w+[({]", text(path)):
+            if f"`{path}`" not in listed:
+                yield f"{path} opens a transaction that docs/developers/transactions.md does not list"
+
+
 def server_files():
     """One CREATE a server file, named as the object, with a complete head."""
     for path in files("server/*.sql"):
@@ -167,7 +176,7 @@ def placeholders():
 
 def main():
     broken = 0
-    for rule in (layers, sizes, screens, guide, dialogs, server_files, doc_paths, placeholders):
+    for rule in (layers, sizes, screens, guide, dialogs, transactions, server_files, doc_paths, placeholders):
         for finding in rule():
             if finding in ALLOWED:
                 continue

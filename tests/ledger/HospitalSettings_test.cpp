@@ -35,10 +35,10 @@ TEST(NumberSample, ShowsTheNumberAndWhatIsWrongWithTheMask) {
     } rows[] = {
         {"JVDMM-###-YY", "JVD03-007-24", ""},
         {"YYYYMM####", "2024030007", ""},
-        {"JVMM-YY", "JV03-24", "without ### all month the same"},
-        {"##-MM-YY", "##-03-24", "without ### all month the same"},
-        {"JV###-YY", "JV007-24", "without MM again each month"},
-        {"JVMM-###", "JV03-007", "without YY again each year"},
+        {"JVMM-YY", "JV03-24", "no ###: one number for the whole month"},
+        {"##-MM-YY", "##-03-24", "no ###: one number for the whole month"},
+        {"JV###-YY", "JV007-24", "no MM: comes again each month"},
+        {"JVMM-###", "JV03-007", "no YY: comes again each year"},
     };
     for (const auto& row : rows) {
         const NumberSample sample = maskSample(row.mask, true, Date(2024, 3, 15));
@@ -49,7 +49,7 @@ TEST(NumberSample, ShowsTheNumberAndWhatIsWrongWithTheMask) {
     EXPECT_EQ(maskSample("YYMM####", false, Date(2024, 3, 15)).text, "2403007#");
     EXPECT_TRUE(maskSample("JOURNAL-VOUCHER-OF-YYYYYYYY-###", true, Date(2024, 3, 15)).tooLong);
     EXPECT_EQ(formSample("APV", "-YY-0000", Date(2024, 3, 15)).text, "APV-24-0012");
-    EXPECT_EQ(formSample("APV", "", Date(2024, 3, 15)).warning, "without 0 always the same");
+    EXPECT_EQ(formSample("APV", "", Date(2024, 3, 15)).warning, "no 0: one number for all");
 }
 
 TEST(Changes, AreTheSettingsThatDifferInTheWordsOfTheScreen) {
