@@ -16,11 +16,14 @@ namespace {
 constexpr long kFileMissing = static_cast<long>(0x80040000);
 constexpr const char* kOwnDatabase = "ACCOUNTING";
 
-/// A value as a parameter of that type takes it from a positional array.
+/// A value as a parameter of that type takes it from a positional array. Raises 13 for a text that is no number.
 kv::Value positional(const kv::Value& value, ParameterType type) {
     switch (type) {
         case ParameterType::Number:
         case ParameterType::Currency:
+            if (value.isText() && !IsNumeric(value.text())) {
+                throw Error(kErrTypeMismatch, "module1", "Type mismatch: '" + value.text() + "' is no number.");
+            }
             return value.isText() ? kv::Value(numberOf(value.text())) : kv::Value(value.number());
         case ParameterType::Boolean:
             return kv::Value(value.boolean());
@@ -69,6 +72,13 @@ void logPrint(Session& session, const std::string& path) {
 Report& current(Session& session) {
     if (!session.CurrentReport) throw Error(kErrObjectMissing, "module1", "No report is open.");
     return *session.CurrentReport;
+}
+
+/// A sub-report of the current report. It reads from the accounts, wherever the main report reads from.
+Report& subReport(Session& session, const std::string& name) {
+    Report& report = current(session).openSubreport(name);
+    report.setDatabase(kOwnDatabase);
+    return report;
 }
 
 }  // namespace
@@ -152,11 +162,11 @@ bool OpenImportedReport(Session& session, const std::string& Path, const std::st
 }
 
 void OpenSubReport(Session& session, const std::string& Name, const ReportParams& Params, Place at) {
-    traced("module1.OpenSubReport", at, [&] { bindPositional(current(session).openSubreport(Name), Params); });
+    traced("module1.OpenSubReport", at, [&] { bindPositional(subReport(session, Name), Params); });
 }
 
 void OpenSubReport2(Session& session, const std::string& Name, const ReportParamsDictionary& Params, Place at) {
-    traced("module1.OpenSubReport2", at, [&] { bindNamed(current(session).openSubreport(Name), Params); });
+    traced("module1.OpenSubReport2", at, [&] { bindNamed(subReport(session, Name), Params); });
 }
 
 void ShowReportViewer(Session& session, const ViewerOptions& options, Place at) {

@@ -5,6 +5,7 @@
 #include "platform/base/Paths.h"
 #include "platform/base/Text.h"
 #include "platform/forms/Dialogs.h"
+#include "platform/forms/TaskProgress.h"
 #include "platform/print/Report.h"
 #include "reporting/ReportExport.h"
 
@@ -79,7 +80,7 @@ void frmReportViewer::Form_Load() {
     mnuCSV.setVisible(options_.ExportFileReport);
     crvReport.setShowGroupTree(options_.ShowGroupTree);
     if (options_.DirectPrint) {
-        report_->print(PrintJob());
+        PrintPages();
         Unload();
         return;
     }
@@ -123,9 +124,15 @@ void frmReportViewer::cboZoom_Change() {
 }
 
 void frmReportViewer::Print() {
-    if (!askPrinter()) return;
-    const Hourglass busy;
-    report_->print(PrintJob());
+    if (askPrinter()) PrintPages();
+}
+
+/// On the printer, with the pages and copies that were chosen last.
+void frmReportViewer::PrintPages() {
+    const PrinterChoice choice = takePrinterChoice();
+    const PrintJob job{choice.printer, choice.fromPage, choice.toPage, choice.copies, {}};
+    TaskProgress progress("Printing " + report_->title());
+    report_->print(job, [&](int done, int all) { return progress.step(done, all); });
 }
 
 void frmReportViewer::mnuOpen_Click() {
@@ -142,8 +149,9 @@ void frmReportViewer::mnu_export_Click(std::string_view Kind) {
 }
 
 void frmReportViewer::SaveExcel(const std::string& Path, std::string_view Kind) {
-    const Hourglass busy;
-    report_->saveXlsx(Path, Kind == "8T" ? XlsxKind::Tabular : XlsxKind::Report);
+    TaskProgress progress("Writing " + fileNameOf(Path));
+    report_->saveXlsx(Path, Kind == "8T" ? XlsxKind::Tabular : XlsxKind::Report,
+                      [&](int done, int all) { return progress.step(done, all); });
 }
 
 void frmReportViewer::mnuCSV_Click() {
@@ -171,9 +179,9 @@ void frmReportViewer::savePages(std::string_view title, std::string_view ending)
     const auto path = askSaveFile(title, options_.ReportCaption + dotted,
                                   {"*" + dotted + "|*" + dotted + "|All Files (*.*)|*.*", std::string(ending)});
     if (!path) return;
-    const Hourglass busy;
     if (ending == "pdf") {
-        report_->savePdf(*path);
+        TaskProgress progress("Writing " + fileNameOf(*path));
+        if (!report_->savePdf(*path, [&](int done, int all) { return progress.step(done, all); })) return;
     } else {
         writeTextFile(*path, report_->text());
     }

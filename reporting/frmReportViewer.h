@@ -26,9 +26,9 @@ public:
     CommandButton cmdClose{*this, "cmdClose", "&Close"};
 
     MenuItem mnuPrint{*this, "mnuPrint", "&Print...", "document-print", "Ctrl+P"};
-    MenuItem mnu_export{*this, "mnu_export", "Export to &Excel...", "document-export"};
+    MenuItem mnu_export{*this, "mnu_export", "Export to &Excel", "document-export"};
     MenuItem mnuXlsx{*this, "mnuXlsx", "Export to Excel, &tabular...", "document-export"};
-    MenuItem mnuCSV{*this, "mnuCSV", "Export to &CSV...", "document-export"};
+    MenuItem mnuCSV{*this, "mnuCSV", "Export to &CSV", "document-export"};
     MenuItem mnuPDF{*this, "mnuPDF", "Save as P&DF...", "document-save"};
     MenuItem mnuText{*this, "mnuText", "Save as &Text...", "document-save"};
     MenuItem mnuOpen{*this, "mnuOpen", "&Open the document of the marked row", "document-edit", "Ctrl+Return"};
@@ -50,6 +50,7 @@ private:
     void mnuCSV_Click();
     void savePages(std::string_view title, std::string_view ending);
     void Print();
+    void PrintPages();
     void mnuOpen_Click();
     void ShowPage();
     void Find(bool forward);

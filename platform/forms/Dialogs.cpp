@@ -41,9 +41,21 @@ std::optional<std::string> askFile(std::string_view title, std::string_view prop
     return toStd(dialog.selectedFiles().front());
 }
 
-std::string& printerName() {
-    static std::string name;
-    return name;
+PrinterChoice& printerChoice() {
+    static PrinterChoice choice;
+    return choice;
+}
+
+std::optional<PrinterChoice> askPrinterDialog() {
+    const Reactivate before;
+    QPrinter printer;
+    if (!printerChoice().printer.empty()) printer.setPrinterName(qs(printerChoice().printer));
+    QPrintDialog dialog(&printer, QApplication::activeWindow());
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange);
+    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+    const bool range = printer.printRange() == QPrinter::PageRange;
+    return PrinterChoice{toStd(printer.printerName()), range ? printer.fromPage() : 1, range ? printer.toPage() : 0,
+                         printer.copyCount()};
 }
 
 }  // namespace
@@ -95,17 +107,16 @@ std::optional<std::string> askOpenFile(std::string_view title, const FileFilter&
 }
 
 bool askPrinter() {
-    if (dialogHooks().printer) return dialogHooks().printer();
-    const Reactivate before;
-    QPrinter printer;
-    if (!printerName().empty()) printer.setPrinterName(qs(printerName()));
-    QPrintDialog dialog(&printer, QApplication::activeWindow());
-    if (dialog.exec() != QDialog::Accepted) return false;
-    printerName() = toStd(printer.printerName());
-    return true;
+    const std::optional<PrinterChoice> choice = dialogHooks().printer ? dialogHooks().printer() : askPrinterDialog();
+    if (choice) printerChoice() = *choice;
+    return choice.has_value();
 }
 
-std::string chosenPrinter() { return printerName(); }
+PrinterChoice takePrinterChoice() {
+    const PrinterChoice choice = printerChoice();
+    printerChoice() = {choice.printer};
+    return choice;
+}
 
 void setClipboard(std::string_view text) { QGuiApplication::clipboard()->setText(qs(text)); }
 

@@ -44,10 +44,24 @@ struct FileFilter {
 std::optional<std::string> askSaveFile(std::string_view title, std::string_view proposed, const FileFilter& filter);
 std::optional<std::string> askOpenFile(std::string_view title, const FileFilter& filter);
 
+/// What a person chose to print on, and what of it.
+struct PrinterChoice {
+    std::string printer;  ///< empty: the workstation's default
+    int fromPage = 1;
+    int toPage = 0;  ///< 0: the last
+    int copies = 1;
+};
 /// The printer dialog. False when cancelled. The choice holds for the next print.
 bool askPrinter();
-/// Name of the printer chosen last; empty for the workstation's default.
-std::string chosenPrinter();
+/// The choice for the print that begins now. The printer stays chosen, its pages and copies do not.
+PrinterChoice takePrinterChoice();
+
+/// A print on its way to the paper.
+struct PaperJob {
+    std::string title;
+    PrinterChoice choice;
+    std::string text;  ///< of the pages printed
+};
 
 void setClipboard(std::string_view text);
 std::string clipboard();
@@ -69,7 +83,8 @@ struct DialogHooks {
                                              const std::string& proposed)>
         input;
     std::function<std::optional<std::string>(const std::string& title, const std::string& proposed, bool saving)> file;
-    std::function<bool()> printer;
+    std::function<std::optional<PrinterChoice>()> printer;  ///< nothing: cancelled
+    std::function<void(const PaperJob&)> paper;             ///< takes what a printer would print
     std::function<void(Form&)> modal;  ///< called when a modal form has appeared; plays work in it here
 };
 DialogHooks& dialogHooks();

@@ -19,7 +19,7 @@ QuietDialogs::QuietDialogs() : before_(dialogHooks()) {
     };
     quiet.input = [](const std::string&, const std::string&, const std::string&) { return std::nullopt; };
     quiet.file = [](const std::string&, const std::string&, bool) { return std::nullopt; };
-    quiet.printer = [] { return false; };
+    quiet.printer = [] { return std::nullopt; };
     quiet.modal = [](Form& form) { form.Unload(); };
     dialogHooks() = std::move(quiet);
 }

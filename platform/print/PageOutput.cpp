@@ -7,6 +7,7 @@
 #include <QSaveFile>
 
 #include "platform/base/Error.h"
+#include "platform/forms/Dialogs.h"
 #include "platform/print/PagePainter.h"
 
 namespace kv {
@@ -90,7 +91,28 @@ std::vector<std::string> printerNames() {
     return names;
 }
 
+namespace {
+
+/// The pages of a job as one text, for those who look at a print without paper.
+PaperJob paperJob(const Document& document, const PrintJob& job, int to) {
+    PaperJob out{document.title, {job.printer, job.fromPage, to, job.copies}, {}};
+    for (int p = job.fromPage; p <= to; ++p) {
+        const PaperPage& page = document.pages[static_cast<std::size_t>(p - 1)];
+        out.text += joinedText(page, textLines(page)) + "\n";
+    }
+    return out;
+}
+
+}  // namespace
+
 bool printPages(const Document& document, const PrintJob& job, const Progress& progress) {
+    const int all = static_cast<int>(document.pages.size());
+    const int to = job.toPage <= 0 || job.toPage > all ? all : job.toPage;
+    if (job.fromPage < 1 || job.fromPage > to) throw Error(482, "Report", "There are no such pages to print");
+    if (dialogHooks().paper && job.outputFile.empty()) {
+        dialogHooks().paper(paperJob(document, job, to));
+        return true;
+    }
     QPrinter printer(QPrinter::HighResolution);
     if (!job.outputFile.empty()) {
         printer.setOutputFormat(QPrinter::PdfFormat);
@@ -109,9 +131,6 @@ bool printPages(const Document& document, const PrintJob& job, const Progress& p
     printer.setFullPage(true);
     printer.setCopyCount(job.copies);
     printer.setDocName(QString::fromStdString(document.title));
-    const int all = static_cast<int>(document.pages.size());
-    const int to = job.toPage <= 0 || job.toPage > all ? all : job.toPage;
-    if (job.fromPage < 1 || job.fromPage > to) throw Error(482, "Report", "There are no such pages to print");
     bool stopped = false;
     const auto watched = [&](int done, int most) {
         stopped = progress && !progress(done, most);

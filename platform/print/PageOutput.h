@@ -1,16 +1,13 @@
 #pragma once
 // Pages written out: PDF, pictures, a printer. A file is written whole or not at all.
 
-#include <functional>
 #include <string>
 #include <vector>
 
 #include "platform/print/Document.h"
+#include "platform/print/TableOutput.h"
 
 namespace kv {
-
-/// Told how far a long task is; false from it stops the task.
-using Progress = std::function<bool(int done, int all)>;
 
 /// Raises 75 when the file cannot be written. False when it was stopped; no file is left then.
 bool writePdf(const Document& document, const std::string& path, const Progress& progress = {});

@@ -82,6 +82,12 @@ bool Report::hasValue(std::size_t index) const {
     return index < values_.size() && (values_[index] || template_.parameters[index].standard);
 }
 
+Value Report::value(std::size_t index) const {
+    if (!hasValue(index)) return {};
+    const ParameterDef& def = template_.parameters[index];
+    return values_[index] ? *values_[index] : converted(*def.standard, def);
+}
+
 void Report::setValue(std::size_t index, const Value& value) {
     if (index >= values_.size())
         throw Error(9, "Report", "The report has no parameter number " + std::to_string(index));
@@ -114,7 +120,7 @@ std::vector<Value> Report::valuesOrDefaults() const {
         if (!values_[i] && !def.standard) {
             throw Error(kErrReport, "Report", template_.file + " needs a value for '" + def.prompt + "'");
         }
-        out.push_back(values_[i] ? *values_[i] : converted(*def.standard, def));
+        out.push_back(value(i));
     }
     return out;
 }

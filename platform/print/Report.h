@@ -50,6 +50,8 @@ public:
     /// prompts.
     const std::vector<ParameterDef>& parameters() const { return template_.parameters; }
     bool hasValue(std::size_t index) const;
+    /// The value bound, else the template's default, else null.
+    Value value(std::size_t index) const;
     /// Binds a value, converted to the parameter's type. Raises 9 for an index or 5 for a name that is not there,
     /// 13 for what cannot be converted.
     void setValue(std::size_t index, const Value& value);
@@ -90,7 +92,9 @@ public:
     bool savePdf(const std::string& path, const Progress& progress = {});
     std::vector<std::string> savePng(const std::string& stem, double dotsPerInch = 144);
     bool print(const PrintJob& job, const Progress& progress = {});
-    void saveXlsx(const std::string& path, XlsxKind kind = XlsxKind::Report) const { writeXlsx(data(), path, kind); }
+    bool saveXlsx(const std::string& path, XlsxKind kind = XlsxKind::Report, const Progress& progress = {}) const {
+        return writeXlsx(data(), path, kind, progress);
+    }
     void saveCsv(const std::string& path) const;
     /// As aligned text for a terminal; forms without columns as their pages' texts.
     std::string text();

@@ -8,6 +8,8 @@
 namespace kv {
 namespace {
 
+constexpr std::size_t kRowsAStep = 2000;  // between two calls of a task's progress
+
 bool ofPage(const Expression& e) { return e.uses(Fact::PageNumber) || e.uses(Fact::Pages); }
 
 /// The texts of a band, a line each, without what belongs to a page.
@@ -32,7 +34,7 @@ public:
     Walk(const Prepared& data, TableSink& sink, bool grouped)
         : data_(data), sink_(sink), grouped_(grouped), at_(data) {}
 
-    void run() {
+    bool run(const Progress& progress) {
         const Template& report = data_.report();
         for (const ReportColumn& c : report.columns) {
             if (c.when.empty() || truthOf(c.when.evaluate(at_)))
@@ -41,9 +43,14 @@ public:
         plain_ = report.columns.empty();
         if (grouped_) titles();
         sink_.head(heads());
-        for (at_.row = 0; at_.row < data_.rowCount(); ++at_.row) row();
+        const auto all = static_cast<int>(data_.rowCount());
+        for (at_.row = 0; at_.row < data_.rowCount(); ++at_.row) {
+            if (at_.row % kRowsAStep == 0 && progress && !progress(static_cast<int>(at_.row), all)) return false;
+            row();
+        }
         at_.row = data_.rowCount() == 0 ? 0 : data_.rowCount() - 1;
         if (grouped_) totals(report.reportFooter, -1);
+        return true;
     }
 
 private:
@@ -231,7 +238,9 @@ private:
 
 }  // namespace
 
-void walkTable(const Prepared& data, TableSink& sink, bool grouped) { Walk(data, sink, grouped).run(); }
+bool walkTable(const Prepared& data, TableSink& sink, bool grouped, const Progress& progress) {
+    return Walk(data, sink, grouped).run(progress);
+}
 
 std::string tableCsv(const Prepared& data) {
     CsvSink sink;

@@ -1,6 +1,7 @@
 #pragma once
 // Rows written out as a table: aligned text, csv, and what the spreadsheet writer walks over.
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -30,9 +31,12 @@ public:
     virtual void totals(const std::string& label, const std::vector<Value>& values, int level) = 0;
 };
 
+/// Told how far a long task is; false from it stops the task.
+using Progress = std::function<bool(int done, int all)>;
+
 /// Walks the columns of a report; one without columns gives the fields of its source.
-/// `grouped` false: heading and rows only.
-void walkTable(const Prepared& data, TableSink& sink, bool grouped);
+/// `grouped` false: heading and rows only. False when `progress` stopped it.
+bool walkTable(const Prepared& data, TableSink& sink, bool grouped, const Progress& progress = {});
 
 /// RFC 4180 with CR LF: heading and rows, numbers plain, dates yyyy-MM-dd, nothing for nulls.
 std::string tableCsv(const Prepared& data);
@@ -43,7 +47,8 @@ enum class XlsxKind {
     Report,   ///< titles, groups and totals as the report shows them
     Tabular,  ///< heading and rows only, ready for filters and pivots
 };
-/// Raises 75 when the file cannot be written; a file that stood there stays then.
-void writeXlsx(const Prepared& data, const std::string& path, XlsxKind kind);
+/// Raises 75 when the file cannot be written; a file that stood there stays then. False when it was stopped; nothing is
+/// written then.
+bool writeXlsx(const Prepared& data, const std::string& path, XlsxKind kind, const Progress& progress = {});
 
 }  // namespace kv

@@ -24,6 +24,7 @@ struct ParameterDef {
     ParameterType type = ParameterType::Text;
     std::string prompt;
     std::optional<Value> standard;  ///< used when no value is given
+    std::optional<Value> sample;    ///< to try the template with
     TextPlace place;
 };
 

@@ -146,6 +146,7 @@ private:
         def.type = kTypes[static_cast<std::size_t>(in.word("type", kTypeWords, 4))];
         def.prompt = in.text("prompt", def.name);
         if (const TextNode* standard = in.node("default")) def.standard = valueOf(*standard);
+        if (const TextNode* sample = in.node("sample")) def.sample = valueOf(*sample);
         if (def.name.empty()) in.mistake(node.place, "a parameter needs a 'name'");
         if (out_.parameterIndex(def.name) >= 0) in.mistake(node.place, "the parameter '" + def.name + "' stands twice");
         in.finish();

@@ -162,16 +162,21 @@ private:
 
 }  // namespace
 
-void writeXlsx(const Prepared& data, const std::string& path, XlsxKind kind) {
+bool writeXlsx(const Prepared& data, const std::string& path, XlsxKind kind, const Progress& progress) {
     const std::string beside = path + ".writing";
     std::error_code none;
     try {
         XlsxSink sink(beside, data.report(), kind);
-        walkTable(data, sink, kind == XlsxKind::Report);
+        const bool whole = walkTable(data, sink, kind == XlsxKind::Report, progress);
         const bool closed = sink.close() == LXW_NO_ERROR;
         std::error_code failed;
+        if (!whole) {
+            std::filesystem::remove(beside, none);
+            return false;
+        }
         if (closed) std::filesystem::rename(beside, path, failed);
         if (!closed || failed) throw Error(75, "Report", "The file cannot be written: " + path);
+        return true;
     } catch (...) {
         std::filesystem::remove(beside, none);
         throw;

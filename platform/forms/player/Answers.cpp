@@ -112,12 +112,23 @@ Scene& dialogOf(Performance& show, Scene::Kind kind, const char* what) {
     return *scene;
 }
 
+/// printer choose [pages FROM TO] [copies N], printer cancel
 void printer(Performance& show, const PlayLine& line) {
-    line.atMost(2);
+    line.atMost(7);
     const std::string& answer = line.word(1, "choose or cancel");
     if (answer != "choose" && answer != "cancel") throw Failure("a printer dialog takes choose or cancel");
     Scene& scene = dialogOf(show, Scene::Kind::Printer, "printer dialog");
-    if (answer == "choose") scene.file = "printer";
+    if (answer == "choose") {
+        PrinterChoice choice;
+        std::size_t at = 2;
+        if (line.bare(at) == "pages") {
+            choice.fromPage = line.number(at + 1, "the first page");
+            choice.toPage = line.number(at + 2, "the last page");
+            at += 3;
+        }
+        if (line.bare(at) == "copies") choice.copies = line.number(at + 1, "a number of copies");
+        scene.printer = choice;
+    }
     scene.answered = true;
 }
 

@@ -106,7 +106,8 @@ struct Player::Running {
     std::optional<std::string> onInput(const std::string& prompt, const std::string& title,
                                        const std::string& proposed);
     std::optional<std::string> onFile(const std::string& title);
-    bool onPrinter();
+    std::optional<PrinterChoice> onPrinter();
+    void onPaper(const PaperJob& job) const;
     void onModal(Form& form);
     void playScene(Scene& scene, const std::function<bool()>& answered);
 
@@ -282,6 +283,7 @@ void Player::Running::listen() {
     };
     hooks.file = [this](const std::string& title, const std::string&, bool) { return onFile(title); };
     hooks.printer = [this] { return onPrinter(); };
+    hooks.paper = [this](const PaperJob& job) { onPaper(job); };
     hooks.modal = [this](Form& form) { onModal(form); };
 }
 
@@ -322,11 +324,19 @@ std::optional<std::string> Player::Running::onFile(const std::string& title) {
     return scene.file;
 }
 
-bool Player::Running::onPrinter() {
-    if (closing || failed) return false;
+std::optional<PrinterChoice> Player::Running::onPrinter() {
+    if (closing || failed) return std::nullopt;
     Scene scene{.kind = Scene::Kind::Printer};
     playScene(scene, [&] { return scene.answered; });
-    return scene.file.has_value();
+    return scene.printer;
+}
+
+/// What would have been printed last, for the play to look at.
+void Player::Running::onPaper(const PaperJob& job) const {
+    const PrinterChoice& choice = job.choice;
+    writeTextFile(show.outPath("printed.txt"), job.title + ", pages " + std::to_string(choice.fromPage) + " to " +
+                                                   std::to_string(choice.toPage) + ", copies " +
+                                                   std::to_string(choice.copies) + "\n" + job.text);
 }
 
 void Player::Running::onModal(Form& form) {

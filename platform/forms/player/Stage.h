@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/forms/Dialogs.h"
 #include "platform/forms/Internal.h"
 #include "platform/forms/Menu.h"
 
@@ -21,6 +22,7 @@ struct Scene {
     std::string title;  ///< of a file dialog
     bool answered = false;
     std::optional<std::string> file;
+    std::optional<PrinterChoice> printer;
 };
 
 class Stage {
