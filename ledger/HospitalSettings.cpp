@@ -226,6 +226,11 @@ void logChanges(Session& session, const std::vector<Change>& changes) {
     }
 }
 
+Recordset LoadBIRRegistration(Session& session) {
+    return traced("frmHospitalInfo.LoadBIRRegistration", std::source_location::current(),
+                  [&] { return session.cn().Open("select * from tbBIRRegistration"); });
+}
+
 bool has(std::string_view text, std::string_view part) { return text.find(part) != std::string_view::npos; }
 
 }  // namespace
@@ -236,7 +241,7 @@ SettingValues StoredSettings(Session& session, std::source_location at) {
         clsParameters parameters(session.cn());
         parameters.LoadParameters(session.ClientCode());
         const Recordset sysRow = session.cn().Open("Select * from Sys");
-        const Recordset registration = session.cn().Open("select * from tbBIRRegistration");
+        const Recordset registration = LoadBIRRegistration(session);
         SettingValues values;
         for (const Setting& setting : hospitalSettings()) {
             const Recordset& row = setting.store == Store::Sys ? sysRow : registration;

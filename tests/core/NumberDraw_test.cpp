@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include "core/DocumentNumbers.h"
-#include "core/module1.h"
 #include "platform/data/Statement.h"
 #include "tests/desk/Desk.h"
 
@@ -88,18 +87,6 @@ TEST(PrintedNumbers, FollowTheirMaskOrTheirPrefixAndForm) {
     const VoucherNumbers found = GetInternalNumbersAP(session, "APD03-001-24");
     EXPECT_EQ(found.Voucher + " " + parts(found.Printed), "000012 APD03-001-24|2024|03|001");
     EXPECT_EQ(GetInternalNumbersAP(session, "O'X").Voucher, "");
-}
-
-TEST(CheckVoucherLog, SaysAddedBeforeTheFirstSaveAndEditedAfterIt) {
-    Desk desk(freshHospital(scratchFolder()));
-    module1::SaveCDBAuditLog(desk.session(), "000001", "1111");
-    desk.cn().Execute("INSERT INTO CDB (CVNo, CVDate, Period) VALUES ('000001', '2024-03-15', '202403')");
-    module1::SaveCDBAuditLog(desk.session(), "000001", "1111");
-    EXPECT_EQ(
-        desk.ask(
-            "SELECT UserID + '|' + Book + '|' + Reference + '|' + Extra + '|' + LogText FROM AuditLog WHERE LogID = 1"),
-        "E001|CDB|000001|1111|Added on CV No : 000001");
-    EXPECT_EQ(desk.ask("SELECT LogText FROM AuditLog WHERE LogID = 2"), "Edited on CV No : 000001");
 }
 
 /// Four workstations save documents at the same moment; some saves fail and roll back. Every stored number is its own.
