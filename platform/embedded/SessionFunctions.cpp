@@ -315,23 +315,26 @@ void singleFinal(sqlite3_context* context) {
     sqlite3_value_free(single->value);
 }
 
-/// The object is looked up again when the catalogue has changed.
+/// The object is looked up again when the catalogue has changed. SQLite keeps this until the file is closed, and the
+/// object's own statements keep the file open: so it must not own the object.
 struct UserFunction {
     Interp* interp;
     std::string key;
-    ObjectPtr object = nullptr;
+    std::weak_ptr<ObjectPtr::element_type> object = {};
     std::int64_t version = -1;
 };
 
-const ObjectPtr& currentObject(UserFunction& function) {
+ObjectPtr currentObject(UserFunction& function) {
     const Catalog& catalog = function.interp->catalog();
-    if (function.version != catalog.version()) {
-        const std::size_t dot = function.key.find('.');
-        function.object = catalog.find(function.key.substr(0, dot), function.key.substr(dot + 1));
-        function.version = catalog.version();
+    if (function.version == catalog.version()) {
+        if (ObjectPtr known = function.object.lock()) return known;
     }
-    if (!function.object) throw sqlError(208, {function.key});
-    return function.object;
+    const std::size_t dot = function.key.find('.');
+    ObjectPtr found = catalog.find(function.key.substr(0, dot), function.key.substr(dot + 1));
+    if (!found) throw sqlError(208, {function.key});
+    function.object = found;
+    function.version = catalog.version();
+    return found;
 }
 
 void callUser(sqlite3_context* context, int count, sqlite3_value** values) {
@@ -356,7 +359,7 @@ void registerSessionFunctions(sqlite3* db, Interp& interp) {
 
 void registerScalarFunction(sqlite3* db, Interp& interp, const std::string& name, const std::string& key,
                             int arguments) {
-    sqlite3_create_function_v2(db, name.c_str(), arguments, SQLITE_UTF8, new UserFunction{&interp, key, nullptr, -1},
+    sqlite3_create_function_v2(db, name.c_str(), arguments, SQLITE_UTF8, new UserFunction{&interp, key, {}, -1},
                                callUser, nullptr, nullptr, [](void* p) { delete static_cast<UserFunction*>(p); });
 }
 
