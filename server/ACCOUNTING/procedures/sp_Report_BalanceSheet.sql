@@ -4,10 +4,9 @@
 --   @Period    yyyyMM
 --   @Division  division whose cost centres count; "*" gives each division by itself; empty the whole hospital
 --   @Detail    "A" for a row an account, "G" for a row a group
--- Returns: Division, DivisionName, Side (1 assets, 2 liabilities and equity), Section, SectionTitle, GLGroup, GroupTitle, Code, Title,
---   Amount, LastMonth, LastYear, YearEnd (assets as debits, the rest as credits); by division, side, section, group and account. The result
---   of the year, results of earlier years that no year-end close has carried, and, of a division, what it owes to or has from the other
---   divisions are rows of the equity, so that both sides agree.
+-- Returns: rows as Private_StatementRows gives them: A1 the month, A2 the month before, A3 the month of last year, A4 the last year end
+--   (assets as debits, the rest as credits). The result of the year, results of earlier years that no year-end close has carried, and, of
+--   a division, what it owes to or has from the other divisions are lines of the equity, so that both sides agree.
 -- Errors: 50006 no period, 50030 not prepared
 CREATE OR ALTER PROCEDURE dbo.sp_Report_BalanceSheet
     @Period varchar(6),
@@ -23,19 +22,26 @@ BEGIN
     (3, dbo.fn_PeriodAfter(@Period, -12), ''), (4, dbo.fn_PeriodAfter(dbo.fn_FirstPeriodOf(dbo.fn_YearOf(@Period)), -1), '');
     UPDATE @At SET YearFrom = dbo.fn_FirstPeriodOf(dbo.fn_YearOf(Period));
 
+    CREATE TABLE #Line (
+        Division varchar(10) NOT NULL, DivisionName varchar(100) NOT NULL, Dept varchar(10) NOT NULL, DeptName varchar(100) NOT NULL,
+        Section int NOT NULL, SectionTitle varchar(60) NOT NULL, GLGroup varchar(10) NOT NULL, GroupTitle varchar(100) NOT NULL,
+        Code varchar(15) NOT NULL, Title varchar(100) NOT NULL, A1 money NOT NULL, A2 money NOT NULL, A3 money NOT NULL, A4 money NOT NULL,
+        A5 money NOT NULL
+    );
+    INSERT INTO #Line (
+        Division, DivisionName, Dept, DeptName, Section, SectionTitle, GLGroup, GroupTitle, Code, Title, A1, A2, A3, A4, A5
+    )
     SELECT
-        F.Division, F.DivisionName, CASE WHEN F.Section < 20 THEN 1 ELSE 2 END AS Side, F.Section, F.SectionTitle, F.GLGroup, F.GroupTitle,
-        F.Code, F.Title,
-        SUM(CASE WHEN F.Col = 1 THEN F.Amount ELSE 0 END) AS Amount,
-        SUM(CASE WHEN F.Col = 2 THEN F.Amount ELSE 0 END) AS LastMonth,
-        SUM(CASE WHEN F.Col = 3 THEN F.Amount ELSE 0 END) AS LastYear,
-        SUM(CASE WHEN F.Col = 4 THEN F.Amount ELSE 0 END) AS YearEnd
+        F.Division, F.DivisionName, '' AS Dept, '' AS DeptName, F.Section, F.SectionTitle, F.GLGroup, F.GroupTitle, F.Code, F.Title,
+        SUM(CASE WHEN F.Col = 1 THEN F.Amount ELSE 0 END) AS A1,
+        SUM(CASE WHEN F.Col = 2 THEN F.Amount ELSE 0 END) AS A2,
+        SUM(CASE WHEN F.Col = 3 THEN F.Amount ELSE 0 END) AS A3,
+        SUM(CASE WHEN F.Col = 4 THEN F.Amount ELSE 0 END) AS A4, 0 AS A5
     FROM (
         SELECT
             T.Col, CASE WHEN @Division = '' THEN '' ELSE V.Division END AS Division,
             CASE WHEN @Division = '' THEN '' ELSE V.DivisionName END AS DivisionName, V.Section, V.SectionTitle, V.GLGroup, V.GroupTitle,
-            CASE WHEN @Detail = 'G' THEN V.GLGroup ELSE V.Code END AS Code,
-            CASE WHEN @Detail = 'G' THEN V.GroupTitle ELSE V.Title END AS Title, V.Sign * V.Ending AS Amount
+            V.Code, V.Title, V.Sign * V.Ending AS Amount
         FROM @At AS T
         INNER JOIN dbo.vwFigure AS V ON V.Period = T.Period
         WHERE V.Section < 40 AND (@Division IN ('', '*') OR V.Division = @Division)
@@ -43,7 +49,7 @@ BEGIN
         SELECT
             T.Col, CASE WHEN @Division = '' THEN '' ELSE V.Division END AS Division,
             CASE WHEN @Division = '' THEN '' ELSE V.DivisionName END AS DivisionName, 31 AS Section, 'EQUITY' AS SectionTitle,
-            'RESULT' AS GLGroup, 'RESULTS NOT YET CLOSED' AS GroupTitle, 'YTD' AS Code, 'NET INCOME FOR THE YEAR TO DATE' AS Title,
+            'RESULT' AS GLGroup, 'NET INCOME FOR THE YEAR TO DATE' AS GroupTitle, 'RESULT' AS Code, 'NET INCOME FOR THE YEAR TO DATE' AS Title,
             V.Credit - V.Debit AS Amount
         FROM @At AS T
         INNER JOIN dbo.vwFigure AS V ON V.Period BETWEEN T.YearFrom AND T.Period
@@ -52,7 +58,7 @@ BEGIN
         SELECT
             T.Col, CASE WHEN @Division = '' THEN '' ELSE V.Division END AS Division,
             CASE WHEN @Division = '' THEN '' ELSE V.DivisionName END AS DivisionName, 31 AS Section, 'EQUITY' AS SectionTitle,
-            'RESULT' AS GLGroup, 'RESULTS NOT YET CLOSED' AS GroupTitle, 'PRIOR' AS Code, 'RESULTS OF EARLIER YEARS' AS Title,
+            'PRIOR' AS GLGroup, 'RESULTS OF EARLIER YEARS' AS GroupTitle, 'PRIOR' AS Code, 'RESULTS OF EARLIER YEARS' AS Title,
             CASE WHEN V.Period = T.Period THEN -V.Ending ELSE 0 END + V.Debit - V.Credit AS Amount
         FROM @At AS T
         INNER JOIN dbo.vwFigure AS V ON V.Period BETWEEN T.YearFrom AND T.Period
@@ -68,6 +74,6 @@ BEGIN
     GROUP BY F.Division, F.DivisionName, F.Section, F.SectionTitle, F.GLGroup, F.GroupTitle, F.Code, F.Title
     HAVING
         SUM(CASE WHEN F.Col = 1 THEN F.Amount ELSE 0 END) <> 0 OR SUM(CASE WHEN F.Col = 2 THEN F.Amount ELSE 0 END) <> 0
-        OR SUM(CASE WHEN F.Col = 3 THEN F.Amount ELSE 0 END) <> 0 OR SUM(CASE WHEN F.Col = 4 THEN F.Amount ELSE 0 END) <> 0
-    ORDER BY F.Division, F.Section, F.GLGroup, F.Code;
+        OR SUM(CASE WHEN F.Col = 3 THEN F.Amount ELSE 0 END) <> 0 OR SUM(CASE WHEN F.Col = 4 THEN F.Amount ELSE 0 END) <> 0;
+    EXEC dbo.Private_StatementRows @Detail;
 END;

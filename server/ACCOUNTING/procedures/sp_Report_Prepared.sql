@@ -4,7 +4,8 @@
 --   @Period1  yyyyMM
 --   @Period2  yyyyMM, the last month; empty for one month only
 -- Returns: one row: PreparedAt (the oldest preparation in the range), PreparedBy (name), StaleText (empty while the figures are those of
---   the ledger); NULL and empty where no month of the range is prepared
+--   the ledger), and from the settings SignPrepared, SignChecked, SignApproved (names to sign on), CheckedPosition, ApprovedPosition; NULL
+--   and empty where no month of the range is prepared
 CREATE OR ALTER PROCEDURE dbo.sp_Report_Prepared
     @Period1 varchar(6),
     @Period2 varchar(6) = ''
@@ -30,5 +31,9 @@ BEGIN
             WHEN @StaleSince IS NULL THEN ''
             ELSE 'The ledger changed on ' + CONVERT(varchar(10), @StaleSince, 101) + ' after these figures were prepared. '
                 + 'Run the financial preparation again.'
-        END AS StaleText;
+        END AS StaleText,
+        ISNULL(S.PreparedBy, '') AS SignPrepared, ISNULL(S.VerifiedBy, '') AS SignChecked, ISNULL(S.ApprovedBy, '') AS SignApproved,
+        ISNULL((SELECT MAX(X.ParamValue) FROM dbo.PARAMETERS AS X WHERE X.Code = 'VERIFIEDBYPOSITION'), '') AS CheckedPosition,
+        ISNULL((SELECT MAX(X.ParamValue) FROM dbo.PARAMETERS AS X WHERE X.Code = 'APPROVEDBYPOSITION'), '') AS ApprovedPosition
+    FROM dbo.SYS AS S;
 END;
