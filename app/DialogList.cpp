@@ -5,6 +5,7 @@
 
 #include "core/Session.h"
 #include "ledger/CodeLookups.h"
+#include "ledger/frmRepPrd.h"
 #include "reporting/frmSearch.h"
 #include "reporting/frmSearchAcct.h"
 #include "reporting/frmSearchVend.h"
@@ -79,6 +80,10 @@ std::vector<DialogEntry> makeList() {
     const auto bank = [](Session& s) { return AccountLookup(s, "BANK"); };
     // clang-format off
     return {
+        {"frmRepDate", "ledger", "Days of a Report",
+            [](Session&, Values& v) { return ask<2>(frmRepDate("Days of a Report"), v); }},
+        {"frmRepPrd", "ledger", "Months of a Report",
+            [](Session& s, Values& v) { return ask<3>(frmRepPrd(s, "Months of a Report", StatementEntity::Account), v); }},
         {"frmSearch", "reporting", "Search", searchCostCenter},
         {"frmSearchAcct", "reporting", "Account Codes", searchAccount},
         {"frmSearchVend", "reporting", "Vendors", searchSupplier},

@@ -9,6 +9,7 @@
 #include "core/frmUserSettings.h"
 #include "ledger/BatchDocument.h"
 #include "ledger/MasterFiles.h"
+#include "ledger/Statements.h"
 #include "ledger/frmChecklistBatch.h"
 #include "ledger/frmEntPeriod.h"
 #include "ledger/frmGL.h"
@@ -51,7 +52,7 @@ void registerScreens(Screens& screens) {
     screens.add({"frmFind", "core", "Find Anything", "File > Find Anything", "", make<frmFind>});
     screens.add(
         {"frmFiscalYear", "ledger", "Fiscal Years", "File Maintenance > Fiscal Years", "", master<fiscalYearFile>});
-    screens.add({"frmGL", "ledger", "General Ledger", "Books > General Ledger", "GL", make<frmGL>});
+    screens.add({"frmGL", "ledger", "General Ledger", "Books > General Ledger", "GL", make<frmGL>, OpenLedgerDocument});
     screens.add({"frmGeneral", "ledger", "Journal Vouchers, Accounts Receivable, Cash Receipts", "Books", "",
                  make<frmGeneral>});
     screens.add({"frmHospitalInfo", "ledger", "Program Settings Maintenance", "File > Program Settings", "",

@@ -15,12 +15,22 @@ CodeLookup AccountLookup(Session& session, std::string Mode) {
     };
 }
 
-CodeLookup CostCenterLookup(Session& session) {
+namespace {
+
+/// A lookup class by its own rule: a key is taken, the beginning of a description searched.
+template <class Lookup>
+CodeLookup lookupBy(Session& session) {
     return [&session](const std::string& typed) -> std::optional<FoundCode> {
-        clsCostCenter center(session);
-        if (!center.Validate(typed)) return std::nullopt;
-        return FoundCode{center.Code, center.Description};
+        Lookup lookup(session);
+        if (!lookup.Validate(typed)) return std::nullopt;
+        return FoundCode{lookup.Code, lookup.Description};
     };
 }
+
+}  // namespace
+
+CodeLookup CostCenterLookup(Session& session) { return lookupBy<clsCostCenter>(session); }
+CodeLookup DivisionLookup(Session& session) { return lookupBy<clsDepartment>(session); }
+CodeLookup GroupLookup(Session& session) { return lookupBy<clsGLGroup>(session); }
 
 }  // namespace kv

@@ -15,7 +15,6 @@ namespace {
 
 constexpr auto kLooks = std::to_array<PeriodDialogLook>({
     {PeriodMode::ClosePeriod, "Close Period", nullptr, "&Close Month"},
-    {PeriodMode::TrialBalance, "Trial Balance", nullptr, "&OK"},
     {PeriodMode::CloseAP, "Close Period", nullptr, "&Close Month"},
     {PeriodMode::CloseCDB, "Close Period", nullptr, "&Close Month"},
     {PeriodMode::PostBegBal, "Post Beginning Balances", nullptr, "&Post"},

@@ -12,7 +12,6 @@ class Session;
 /// The modes of the period dialog.
 enum class PeriodMode : int {
     ClosePeriod = 3,
-    TrialBalance = 11,
     CloseAP = 21,
     CloseCDB = 22,
     PostBegBal = 23,

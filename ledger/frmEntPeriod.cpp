@@ -2,16 +2,31 @@
 
 #include "core/Session.h"
 #include "core/module1.h"
-#include "ledger/LedgerReports.h"
+#include "ledger/Statements.h"
+#include "ledger/frmRepPrd.h"
+#include "platform/base/Text.h"
 #include "platform/forms/Dialogs.h"
 #include "reporting/frmSelectDates.h"
 
 namespace kv {
+namespace {
+
+constexpr int kEntity_chars = 36;
+
+}  // namespace
 
 frmEntPeriod::frmEntPeriod(Session& session) : Form("frmEntPeriod", "Period"), session_(session) {
     dtpPeriod.setHelp("Month: type 03/2024, or + and - to move by a month.");
     txtEntity.code().width(12);
     txtEntity.onValidate = [this](bool& cancel) { txtEntity_Validate(cancel); };
+    txtEntity.onKeyDown = [this](const std::string& key, bool& handled) {
+        handled = key == "F2" && report_;
+        if (handled) FindEntity("");
+    };
+    cmdEntity.narrow().skipsTab();
+    cmdEntity.setCausesValidation(false);
+    cmdEntity.onClick = [this] { FindEntity(""); };
+    lblEntity.look(Label::Look::Hint);
     cmdOption0.primary();
     cmdOption0.onClick = [this] { cmdOption0_Click(); };
     cmdOption1.cancels();
@@ -20,29 +35,56 @@ frmEntPeriod::frmEntPeriod(Session& session) : Form("frmEntPeriod", "Period"), s
 
 bool frmEntPeriod::ShowDialog(int Mode, int SubMode, std::string_view Text, std::string& Result) {
     const PeriodDialogLook* look = periodDialogLook(Mode);
-    if (!look) throw Error(5, "frmEntPeriod", "Mode " + std::to_string(Mode) + " is not known.");
+    report_ = findStatement(StatementDialog::EntPeriod, Mode);
+    if (!look && !report_) throw Error(5, "frmEntPeriod", "Mode " + std::to_string(Mode) + " is not known.");
     mode_ = Mode;
     subMode_ = SubMode;
     done_ = false;
-    setCaption(look->caption);
-    cmdOption0.setCaption(look->okCaption);
-    dtpPeriod.setValue(dateOfPeriod(session_.Sys.glperiod));
+    const bool prepared = report_ && !session_.Sys.rptpdEnd.empty();
+    dtpPeriod.setValue(dateOfPeriod(prepared ? session_.Sys.rptpdEnd : session_.Sys.glperiod));
     txtEntity.setText(Text);
-    if (look->entityCaption) {
-        setLayout(column(
-            {fields({{look->entityCaption, txtEntity}, {"&Period :", dtpPeriod}}), buttons({cmdOption0, cmdOption1})}));
-        setFirstFocus(txtEntity);
+    if (report_) {
+        Dress(report_->title, entityCaption(report_->entity), "&OK");
     } else {
-        txtEntity.setVisible(false);
-        setLayout(column({fields({{"&Period :", dtpPeriod}}), buttons({cmdOption0, cmdOption1})}));
-        setFirstFocus(dtpPeriod);
+        Dress(look->caption, look->entityCaption, look->okCaption);
     }
     ShowModal();
     Result = txtEntity.text();
     return done_;
 }
 
+void frmEntPeriod::Dress(const char* caption, const char* entity, const char* okCaption) {
+    setCaption(trimBlanks(caption));
+    cmdOption0.setCaption(okCaption);
+    cmdEntity.setVisible(report_ && entity);
+    lblEntity.setVisible(report_ && entity);
+    txtEntity.setVisible(entity != nullptr);
+    txtEntity.setHelp(report_ ? "Code, or the beginning of its name. F2 searches; blank for all." : "");
+    if (!entity) {
+        setLayout(column({fields({{"&Period :", dtpPeriod}}), buttons({cmdOption0, cmdOption1})}));
+        setFirstFocus(dtpPeriod);
+        return;
+    }
+    const FieldRow field = report_ ? FieldRow(entity, {txtEntity, cmdEntity, width(Layout(lblEntity), kEntity_chars)})
+                                   : FieldRow(entity, txtEntity);
+    setLayout(column({fields({field, {"&Period :", dtpPeriod}}), buttons({cmdOption0, cmdOption1})}));
+    setFirstFocus(txtEntity);
+}
+
+bool frmEntPeriod::FindEntity(const std::string& typed) {
+    const std::optional<FoundCode> found = entityLookup(session_, report_->entity)(typed);
+    if (!found) return false;
+    txtEntity.setText(found->code);
+    lblEntity.setText(found->name);
+    return true;
+}
+
 void frmEntPeriod::txtEntity_Validate(bool& Cancel) {
+    if (report_) {
+        lblEntity.setText("");
+        Cancel = !txtEntity.text().empty() && !FindEntity(txtEntity.text());
+        return;
+    }
     if (mode_ != static_cast<int>(PeriodMode::ReopenBook) || isBookCode(txtEntity.text())) return;
     MsgBox("Invalid book.", Icon::Exclamation);
     Cancel = true;
@@ -50,6 +92,16 @@ void frmEntPeriod::txtEntity_Validate(bool& Cancel) {
 
 void frmEntPeriod::cmdOption0_Click() {
     session_.CurrentPeriod = module1::GetPeriod(dtpPeriod.value());
+    if (report_) {
+        ShowStatement(
+            session_, *report_,
+            {.period1 = session_.CurrentPeriod, .period2 = session_.CurrentPeriod, .entity = txtEntity.text()});
+        session_.Sys.rptpdstart = session_.CurrentPeriod;
+        session_.Sys.rptpdEnd = session_.CurrentPeriod;
+        done_ = true;
+        Unload();
+        return;
+    }
     if (!doTask(static_cast<PeriodMode>(mode_), session_.CurrentPeriod)) return;
     done_ = true;
     Unload();
@@ -73,9 +125,6 @@ bool frmEntPeriod::doTask(PeriodMode mode, const std::string& period) {
         case PeriodMode::Prepare:
             ReportPreparation(session_, period);
             MsgBox("Financial Report Preparation Completed.", Icon::Information, "Message");
-            return true;
-        case PeriodMode::TrialBalance:
-            rptTrialBalance(session_, period);
             return true;
     }
     return false;

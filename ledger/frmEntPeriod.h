@@ -2,6 +2,7 @@
 // frmEntPeriod: asks for a period, and by its mode does the work on it.
 
 #include "ledger/PeriodTasks.h"
+#include "ledger/StatementTable.h"
 #include "platform/forms/Form.h"
 
 namespace kv {
@@ -18,15 +19,21 @@ public:
 
     DatePicker dtpPeriod{*this, "dtpPeriod", "MMMM yyyy"};
     TextBox txtEntity{*this, "txtEntity"};
+    CommandButton cmdEntity{*this, "cmdEntity", "..."};
+    Label lblEntity{*this, "lblEntity"};
     CommandButton cmdOption0{*this, "cmdOption0", "&OK"};
     CommandButton cmdOption1{*this, "cmdOption1", "&Close"};
 
 private:
+    void Dress(const char* caption, const char* entity, const char* okCaption);
+    /// Takes the code of a report's entity, or searches where it is not exact.
+    bool FindEntity(const std::string& typed);
     void txtEntity_Validate(bool& Cancel);
     void cmdOption0_Click();
     bool doTask(PeriodMode mode, const std::string& period);
 
     Session& session_;
+    const StatementRow* report_ = nullptr;  ///< the report of the mode; nullptr for other work
     int mode_ = 0;
     int subMode_ = 0;
     bool done_ = false;

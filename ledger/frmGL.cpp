@@ -2,12 +2,15 @@
 
 #include "core/BookState.h"
 #include "core/Session.h"
+#include "ledger/Statements.h"
 #include "ledger/frmEntPeriod.h"
 
 namespace kv {
 namespace {
 
 constexpr int kMonthsShown = 9;
+constexpr const char* kReportIcon = "office-report";
+constexpr std::string_view kTrialBalance = "mnuTrialBalance1";
 
 }  // namespace
 
@@ -23,14 +26,48 @@ frmGL::frmGL(Session& session) : Form("frmGL", "General Ledger", Window::Child),
     mnuEnter.onClick = [this] { OpenPeriod(static_cast<int>(PeriodMode::Prepare)); };
     mnuGeneral_0.onClick = [this] { OpenPeriod(static_cast<int>(PeriodMode::SetGLPeriod)); };
     mnuGeneral_1.onClick = [this] { OpenPeriod(static_cast<int>(PeriodMode::ReopenBook)); };
-    mnuTrialBalance1.onClick = [this] { OpenPeriod(static_cast<int>(PeriodMode::TrialBalance)); };
     mnuClose.onClick = [this] { Unload(); };
     MenuSpec periods{"Pe&riods", {mnuGeneral_0, mnuGeneral_1}};
     periods.owner = &mnuGeneral;
-    setMenu({{"&General Ledger", {mnuEnter, periods, nullptr, mnuClose}}, {"&Reports", {mnuTrialBalance1}}});
+    setMenu({{"&General Ledger", {mnuEnter, periods, nullptr, mnuClose}}, buildReports()});
     setToolbar(tbrGL);
     setLayout(column({row({Label1, stretch(), lblPrepared}), expand(group("Months of the books", lvwBooks))}));
     setSize(1180, 520);
+}
+
+MenuSpec frmGL::buildReports() {
+    MenuSpec reports{"&Reports", {}};
+    for (const StatementRow& row : statementRows()) {
+        reports_.push_back(std::make_unique<MenuItem>(*this, row.entry, row.caption, kReportIcon,
+                                                      std::string_view(row.entry) == kTrialBalance ? "Ctrl+T" : ""));
+        MenuItem& item = *reports_.back();
+        item.onClick = [this, &row] { RunStatement(session_, row); };
+        const bool known = !reports.parts.empty() && reports.parts.back().sub->caption == row.section;
+        if (!known) reports.parts.emplace_back(MenuSpec{row.section, {}});
+        reports.parts.back().sub->parts.emplace_back(item);
+    }
+    return reports;
+}
+
+/// What the parameters, the user's rights and the client show.
+void frmGL::ApplyParameters() {
+    const clsParameters& p = session_.Parameters;
+    const auto show = [this](const char* name, bool visible) { control(name)->setVisible(visible); };
+    show("mnuISRep2", p.Enable_GL_ISRep2());
+    show("mnuISRep3", p.Enable_GL_ISRep3());
+    show("mnuISRep4", p.Enable_GL_ISRep4());
+    show("mnuBS2", p.Enable_GL_BS2());
+    const bool auditor = session_.UserAccess.CanAccess("ATL");
+    show("mnuAudit", auditor);
+    control("mnuAudit")->setEnabled(auditor);
+    const bool hzd = session_.ClientCode() == "HZD";
+    show("mnuISDailyRevReport", hzd && p.Enable_GL_DailyRevReport());
+    show("mnuISCashRecon", hzd && p.Enable_GL_CashRecon());
+    show("mnuISCompInc", hzd);
+    show("mnuISFinancePos", hzd);
+    const bool osqel = session_.ClientCode() == "OSQEL";
+    show("mnuISByMonth", osqel);
+    show("mnuISExpByMonth", osqel);
 }
 
 void frmGL::Form_Load() {
@@ -44,6 +81,7 @@ void frmGL::Form_Rights() {
     const std::string rights = session_.CurrentUser.UserRights();
     mnuGeneral.setEnabled(rights.find('S') != std::string::npos || rights.find('A') != std::string::npos);
     tbrGL.setButtonEnabled("POST", mnuGeneral.enabled());
+    ApplyParameters();
 }
 
 void frmGL::ShowState() {
@@ -79,7 +117,7 @@ void frmGL::OpenPeriod(int mode) {
 
 void frmGL::tbrGL_ButtonClick(const std::string& key) {
     if (key == "ENTER") OpenPeriod(static_cast<int>(PeriodMode::Prepare));
-    if (key == "PRINT") OpenPeriod(static_cast<int>(PeriodMode::TrialBalance));
+    if (key == "PRINT") RunStatement(session_, *findStatement(kTrialBalance));
     if (key == "POST") OpenPeriod(static_cast<int>(PeriodMode::ReopenBook));
     if (key == "CLOSE") Unload();
 }

@@ -22,7 +22,6 @@ public:
     MenuItem mnuGeneral_0{*this, "mnuGeneral_0", "&Set GL Period", "view-calendar"};
     MenuItem mnuGeneral_1{*this, "mnuGeneral_1", "&Open a Closed Book", "object-unlocked"};
     MenuItem mnuClose{*this, "mnuClose", "C&lose", "document-close"};
-    MenuItem mnuTrialBalance1{*this, "mnuTrialBalance1", "&Trial Balance", "office-report", "Ctrl+T"};
 
     void Form_Rights() override;
 
@@ -30,11 +29,14 @@ protected:
     void Form_Load() override;
 
 private:
+    MenuSpec buildReports();
+    void ApplyParameters();
     void ShowState();
     void OpenPeriod(int mode);
     void tbrGL_ButtonClick(const std::string& key);
 
     Session& session_;
+    std::vector<std::unique_ptr<MenuItem>> reports_;  ///< an entry for each row of the statement table
 };
 
 }  // namespace kv

@@ -69,9 +69,11 @@ private:
     frmReportViewer& viewer_;
 };
 
+/// The viewer on top: one report may open another.
 frmReportViewer* openViewer() {
-    for (Form* form : Form::openForms()) {
-        if (auto* viewer = dynamic_cast<frmReportViewer*>(form)) return viewer;
+    const std::vector<Form*> forms = Form::openForms();
+    for (auto form = forms.rbegin(); form != forms.rend(); ++form) {
+        if (auto* viewer = dynamic_cast<frmReportViewer*>(*form)) return viewer;
     }
     return nullptr;
 }

@@ -66,7 +66,7 @@ BEGIN
         UNION ALL
         SELECT
             T.Col, V.Division, V.DivisionName, 32 AS Section, 'OTHER DIVISIONS' AS SectionTitle, 'INTER' AS GLGroup,
-            'OTHER DIVISIONS' AS GroupTitle, 'INTER' AS Code, 'DUE TO (FROM) OTHER DIVISIONS' AS Title, V.Ending AS Amount
+            'DUE TO (FROM) OTHER DIVISIONS' AS GroupTitle, 'INTER' AS Code, 'DUE TO (FROM) OTHER DIVISIONS' AS Title, V.Ending AS Amount
         FROM @At AS T
         INNER JOIN dbo.vwFigure AS V ON V.Period = T.Period
         WHERE @Division <> '' AND (@Division = '*' OR V.Division = @Division)
