@@ -5,7 +5,7 @@
 
 #include "core/Session.h"
 #include "ledger/CodeLookups.h"
-#include "ledger/frmRepPrd.h"
+#include "ledger/ReportDialogs.h"
 #include "reporting/frmSearch.h"
 #include "reporting/frmSearchAcct.h"
 #include "reporting/frmSearchVend.h"

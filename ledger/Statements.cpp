@@ -7,7 +7,7 @@
 #include "core/module1.h"
 #include "ledger/StatementValues.h"
 #include "ledger/frmEntPeriod.h"
-#include "ledger/frmRepPrd.h"
+#include "ledger/ReportDialogs.h"
 #include "platform/base/Text.h"
 #include "platform/forms/Dialogs.h"
 #include "reporting/frmSelectDates.h"

@@ -3,7 +3,7 @@
 #include "core/Session.h"
 #include "core/module1.h"
 #include "ledger/Statements.h"
-#include "ledger/frmRepPrd.h"
+#include "ledger/ReportDialogs.h"
 #include "platform/base/Text.h"
 #include "platform/forms/Dialogs.h"
 #include "reporting/frmSelectDates.h"

@@ -137,7 +137,7 @@ TEST_F(View, LeadsToTheScreenBehindARow) {
     ASSERT_TRUE(view_.find("Entry number 2"));
     area()->setFocus();
     QTest::keyClick(area(), Qt::Key_Return);
-    EXPECT_EQ(form_.drilled, "frmJournEntry:JV 2024-10002");
+    EXPECT_EQ(form_.drilled, "frmGL:JV 2024-10002");
     form_.drilled.clear();
     ASSERT_TRUE(view_.find("Beginning balance"));  // nothing stands behind this row
     QTest::keyClick(area(), Qt::Key_Return);

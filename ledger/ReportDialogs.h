@@ -1,5 +1,5 @@
 #pragma once
-// frmRepPrd and frmRepDate: ask the months, or the days, of a report of the books, with what it is about.
+// ReportDialogs: frmRepPrd and frmRepDate ask the months, or the days, of a report of the books, with what it is about.
 
 #include <string>
 

@@ -1,4 +1,4 @@
-#include "ledger/frmRepPrd.h"
+#include "ledger/ReportDialogs.h"
 
 #include "ledger/CodeLookups.h"
 
