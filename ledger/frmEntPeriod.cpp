@@ -2,8 +2,8 @@
 
 #include "core/Session.h"
 #include "core/module1.h"
-#include "ledger/Statements.h"
 #include "ledger/ReportDialogs.h"
+#include "ledger/Statements.h"
 #include "platform/base/Text.h"
 #include "platform/forms/Dialogs.h"
 #include "reporting/frmSelectDates.h"
