@@ -23,6 +23,8 @@ protected:
         run("sp_SaveAuditLog 'E001', 'JV', '1', '', 'Added'");
         run("sp_PostGLtoGL '202403','JV'");
         run("sp_PrepareFinance '202403'");
+        run("sp_PrepareFinance '202412'");
+        run("sp_PostForwardedBal '2025'");
     }
     /// Names of the checks that find something.
     std::vector<std::string> findings() {
@@ -53,6 +55,8 @@ TEST_F(Checks, EachFindsItsFault) {
         {"line-period", "", "UPDATE ARDT SET Period = '202404'"},
         {"lines-without-header", "", "DELETE FROM AR"},
         {"number-behind-series", "", "UPDATE NumberSeries SET LastNo = 0 WHERE Series = 'JV' AND Year = ''"},
+        {"opening-continues", "", "UPDATE Batchdet SET Credit = Credit + 1 WHERE Code = '6101'"},
+        {"opening-in-ledger", "", "UPDATE BegBalance SET Credit = Credit + 1 WHERE Acct = '2101'"},
         {"payable-control", "", "DELETE FROM APCDB"},
         {"prepared-adds-up", "", "UPDATE PeriodBalance SET Ending = Ending + 1"},
         {"prepared-equals-ledger", "",

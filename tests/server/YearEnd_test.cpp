@@ -36,6 +36,40 @@ TEST_F(YearEnd, ClosesIncomeAndExpenseIntoRetainedEarnings) {
     EXPECT_EQ(ending("202501", "3201"), "-70.00");
     EXPECT_EQ(one("SELECT COUNT(*) AS N FROM PeriodBalance WHERE Period = '202501' AND Code IN ('4101', '6101')"), "0");
     EXPECT_EQ(ending("202412", "4101"), "-100.00") << "the closed year keeps its income";
+    EXPECT_EQ(
+        rows("SELECT B.BatchType, B.Period, B.Total, D.Code, D.Dept, D.Debit, D.Credit FROM GLBatch AS B INNER JOIN "
+             "Batchdet AS D ON D.Batch = B.Batch WHERE B.Batch = 'YE2024' ORDER BY D.SeqNo"),
+        (std::vector<std::string>{"YE|202412|100.00|4101||100.00|0.00", "YE|202412|100.00|6101|1010|0.00|30.00",
+                                  "YE|202412|100.00|3201||0.00|70.00"}))
+        << "the closing entry is a batch that an auditor can read";
+    EXPECT_EQ(one("sp_Report_BatchJournal 'GL','YE2024','YE2024'"), "YE2024");
+}
+
+TEST_F(YearEnd, RunAgainItGivesTheSameOrTheNewFigures) {
+    yearOf2024();
+    run("sp_YearEndClose '3201','2025'");
+    run("sp_PostForwardedBal '2025'");
+    const std::vector<std::string> first = opening("2025");
+    run("sp_YearEndClose '3201','2025'");
+    run("sp_PostForwardedBal '2025'");
+    EXPECT_EQ(opening("2025"), first);
+    EXPECT_EQ(one("SELECT COUNT(*) AS N FROM Batchdet"), "3");
+    EXPECT_EQ(one("SELECT COUNT(*) AS N FROM GL WHERE BatchType = 'BB'"), "2");
+    // the auditor's late entry: December is opened, closed, prepared, and the year closed again
+    run("sp_UnpostBook 'JV','202412'");
+    enter("JV", "3", "2024-12-31", {{"6101", "15.00", "0", "1010"}, {"2501", "0", "15.00", ""}}, "YE");
+    EXPECT_EQ(refused("sp_YearEndClose '3201','2025'"),
+              "50015 Book JV is not closed for period 202412. Close every month of the year first.");
+    run("sp_PostGLtoGL '202412','JV'");
+    run("sp_PrepareFinance '202412'");
+    run("sp_YearEndClose '3201','2025'");
+    EXPECT_EQ(opening("2025"), (std::vector<std::string>{"1101|70.00|0.00", "2501|0.00|15.00", "3201|0.00|55.00"}));
+    EXPECT_EQ(one("SELECT Credit FROM GL WHERE BatchType = 'BB' AND Code = '3201'"), "55.00") << "and in the ledger";
+    enter("AR", "1", "2024-03-15", simple("1.00"));
+    enter("AR", "2", "2024-05-15", simple("1.00"));
+    EXPECT_EQ(refused("sp_YearEndClose '3201','2025'"),
+              "50015 Book AR is not closed for period 202403 (and 1 more). Close every month of the year first.");
+    EXPECT_EQ(cn->transactionDepth(), 0);
 }
 
 TEST_F(YearEnd, BalancesRunOnUntilTheYearIsOpened) {
@@ -55,11 +89,12 @@ TEST_F(YearEnd, BalancesRunOnUntilTheYearIsOpened) {
 TEST_F(YearEnd, NeedsFiguresThatAreNotOlderThanTheLedger) {
     EXPECT_EQ(refused("sp_YearEndClose '3201','2025'").substr(0, 5), "50030");
     yearOf2024();
-    run("sp_UnpostBook 'JV','202412'");
-    EXPECT_EQ(refused("sp_YearEndClose '3201','2025'"),
-              "50031 The figures of period 202412 are older than the ledger. Run the financial preparation again.");
     EXPECT_EQ(refused("sp_YearEndClose '9999','2025'").substr(0, 5), "50002");
     EXPECT_EQ(refused("sp_YearEndClose '3000','2025'").substr(0, 5), "50002") << "a master account takes nothing";
+    run("sp_UnpostBook 'JV','202412'");
+    run("sp_PostGLtoGL '202412','JV'");
+    EXPECT_EQ(refused("sp_YearEndClose '3201','2025'"),
+              "50031 The figures of period 202412 are older than the ledger. Run the financial preparation again.");
     EXPECT_EQ(refused("sp_PostForwardedBal '20'").substr(0, 5), "50001");
     EXPECT_EQ(opening("2025"), std::vector<std::string>{});
     EXPECT_EQ(cn->transactionDepth(), 0);

@@ -1,11 +1,11 @@
 -- Purpose: Writes the opening balances of a year from the last prepared month of the year before: balance-sheet accounts as they stand,
---   income and expense as one figure on an equity account.
+--   income and expense as one figure on an equity account. The entry that does so is kept as a year-end batch of the ledger.
 -- Called by: sp_YearEndClose, sp_PostForwardedBal, within their transaction.
 -- Parameters:
 --   @Year    the year that opens, four digits
 --   @Result  account that takes the result of the year before
 -- Errors: 50002 unknown account, 50030 last month not prepared, 50031 last month older than the ledger
--- Writes: BegBalance, whose rows of the year are replaced
+-- Writes: BegBalance, whose rows of the year are replaced; GLBatch and Batchdet, whose batch YE and the closed year is replaced.
 CREATE OR ALTER PROCEDURE dbo.Private_CarryYear
     @Year varchar(4),
     @Result varchar(15)
@@ -29,17 +29,21 @@ BEGIN
         THROW 50031, @Text, 1;
     END;
 
+    EXEC dbo.Private_YearEndBatch @Year, @Last, @Result;
     DELETE FROM dbo.BegBalance WHERE Year = @Year;
     INSERT INTO dbo.BegBalance (Year, Acct, Code, Debit, Credit)
     SELECT
-        @Year, F.Code, F.Code, CASE WHEN SUM(F.Ending) > 0 THEN SUM(F.Ending) ELSE 0 END,
-        CASE WHEN SUM(F.Ending) < 0 THEN -SUM(F.Ending) ELSE 0 END
+        @Year, F.Code, F.Code, CASE WHEN SUM(F.Amount) > 0 THEN SUM(F.Amount) ELSE 0 END,
+        CASE WHEN SUM(F.Amount) < 0 THEN -SUM(F.Amount) ELSE 0 END
     FROM (
-        SELECT CASE WHEN A.Type IN ('IN', 'EX') THEN @Result ELSE P.Code END AS Code, P.Ending
+        SELECT P.Code, P.Ending AS Amount
         FROM dbo.PeriodBalance AS P
-        LEFT JOIN dbo.AcctCode AS A ON A.Code = P.Code
         WHERE P.Period = @Last
+        UNION ALL
+        SELECT D.Code, D.Debit - D.Credit AS Amount
+        FROM dbo.Batchdet AS D
+        WHERE D.Batch = 'YE' + dbo.fn_YearOf(@Last)
     ) AS F
     GROUP BY F.Code
-    HAVING SUM(F.Ending) <> 0;
+    HAVING SUM(F.Amount) <> 0;
 END;

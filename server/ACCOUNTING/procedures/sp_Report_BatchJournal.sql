@@ -1,7 +1,7 @@
 -- Purpose: The batch journal: the lines of a range of batches of one book.
 -- Called by: the batch journal report.
 -- Parameters:
---   @Book        AP, CD, CR, AR or JV
+--   @Book        AP, CD, CR, AR or JV; GL for year-end batches of the ledger
 --   @StartBatch  first batch, by the number users see or the internal one
 --   @EndBatch    last batch, the same
 -- Returns: Batch, DisplayBatch, BatchDate, BatchType, Particular, Encoder, Status ("Cancelled", "Posted" or empty), SeqNo, Code,
@@ -16,10 +16,23 @@ BEGIN
     SET NOCOUNT ON;
 
     DECLARE @Text varchar(200);
-    IF ISNULL(@Book, '') NOT IN ('AP', 'CD', 'CR', 'AR', 'JV')
+    IF ISNULL(@Book, '') NOT IN ('AP', 'CD', 'CR', 'AR', 'JV', 'GL')
     BEGIN
         SET @Text = 'There is no book "' + ISNULL(@Book, '') + '".';
         THROW 50005, @Text, 1;
+    END;
+
+    IF @Book = 'GL'
+    BEGIN
+        SELECT
+            B.Batch, B.Batch AS DisplayBatch, B.BatchDate, B.BatchType, B.Particular, B.Encoder, 'Posted' AS Status,
+            D.SeqNo, D.Code, A.Description AS Title, D.Dept, D.Description, D.Debit, D.Credit
+        FROM dbo.GLBatch AS B
+        LEFT JOIN dbo.Batchdet AS D ON D.Batch = B.Batch
+        LEFT JOIN dbo.AcctCode AS A ON A.Code = D.Code
+        WHERE B.Batch BETWEEN @StartBatch AND @EndBatch
+        ORDER BY B.Batch, D.SeqNo;
+        RETURN;
     END;
 
     -- Numbers of unequal length compare rightly once they are filled up from the left.

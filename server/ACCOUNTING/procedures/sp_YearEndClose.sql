@@ -3,8 +3,9 @@
 -- Parameters:
 --   @RetainedEarning  account that takes the result
 --   @NextYear         the year after the one that is closed
--- Errors: 50001 no year, 50002 unknown account, 50030 last month not prepared, 50031 last month older than the ledger
--- Writes: BegBalance, BookCloseLog; GL as well where the next year's opening stands there already, so that both agree. The closed
+-- Errors: 50001 no year, 50002 unknown account, 50015 a book with batches of the year is open, 50030 last month not prepared,
+--   50031 last month older than the ledger
+-- Writes: BegBalance, GLBatch, Batchdet, BookCloseLog; GL as well where the next year's opening stands there already, so that both agree. The closed
 --   year's own months keep their income and expense, so that its statements can be printed again.
 CREATE OR ALTER PROCEDURE dbo.sp_YearEndClose
     @RetainedEarning varchar(15),
@@ -24,6 +25,7 @@ BEGIN
     END;
     BEGIN TRY
         BEGIN TRANSACTION;
+        EXEC dbo.Private_RefuseOpenBooks @NextYear;
         EXEC dbo.Private_CarryYear @NextYear, @RetainedEarning;
         SET @First = dbo.fn_FirstPeriodOf(@NextYear);
         IF EXISTS (SELECT 1 FROM dbo.GL AS G WHERE G.Period = @First AND G.BatchType = 'BB')

@@ -1,5 +1,5 @@
 -- Purpose: Lines of batches of the general ledger itself.
--- Kept by: no screen yet; the ledger shell names it as its detail table.
+-- Kept by: the year-end closing (Private_YearEndBatch); the ledger shell names it as its detail table.
 -- Columns: as those of JVDT.
 IF OBJECT_ID('dbo.Batchdet', 'U') IS NULL
 CREATE TABLE dbo.Batchdet (

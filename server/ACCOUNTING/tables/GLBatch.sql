@@ -1,5 +1,5 @@
 -- Purpose: Headers of batches of the general ledger itself.
--- Kept by: no screen yet; the ledger shell names it as its book table.
+-- Kept by: the year-end closing (Private_YearEndBatch); the ledger shell names it as its table.
 -- Columns: as those of JV.
 IF OBJECT_ID('dbo.GLBatch', 'U') IS NULL
 CREATE TABLE dbo.GLBatch (
