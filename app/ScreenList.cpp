@@ -10,6 +10,9 @@
 #include "ledger/BatchDocument.h"
 #include "ledger/MasterFiles.h"
 #include "ledger/Statements.h"
+#include "ledger/frmBegBalance.h"
+#include "ledger/frmBegBalancePeriod.h"
+#include "ledger/frmBegBalanceYear.h"
 #include "ledger/frmChecklistBatch.h"
 #include "ledger/frmEntPeriod.h"
 #include "ledger/frmGL.h"
@@ -17,6 +20,7 @@
 #include "ledger/frmHospitalInfo.h"
 #include "ledger/frmJournEntry.h"
 #include "ledger/frmListBatch.h"
+#include "ledger/frmRepYear.h"
 #include "reporting/MasterForm.h"
 #include "reporting/UserLogs.h"
 
@@ -36,6 +40,12 @@ std::unique_ptr<Form> master(Session& session) {
 }  // namespace
 
 void registerScreens(Screens& screens) {
+    screens.add({"frmBegBalance", "ledger", "Beginning Balances",
+                 "Beginning Balances > Beginning Balances of a Year > Account", "GL", make<frmBegBalance>});
+    screens.add({"frmBegBalancePeriod", "ledger", "Beginning Balances of a Period",
+                 "Beginning Balances > Beginning Balances of a Period", "GL", make<frmBegBalancePeriod>});
+    screens.add({"frmBegBalanceYear", "ledger", "Beginning Balances of a Year",
+                 "Beginning Balances > Beginning Balances of a Year", "GL", make<frmBegBalanceYear>});
     screens.add({"frmBooksCheck", "core", "Books Check", "File > Books Check", "GL", make<frmBooksCheck>});
     screens.add(
         {"frmBuildCstCtr", "ledger", "Cost Centers", "File Maintenance > Cost Centers", "CC", master<costCenterFile>});
@@ -64,9 +74,9 @@ void registerScreens(Screens& screens) {
     screens.add({"frmMain", "core", "Main Shell", "", "", make<frmMain>});
     screens.add({"frmPassword", "core", "Password", "File > Program Settings", "", make<frmPassword>});
     screens.add({"frmPeriod", "ledger", "Periods", "File Maintenance > Periods", "PER", master<periodFile>});
+    screens.add({"frmRepYear", "ledger", "Year", "Beginning Balances > Year End Closing", "GL", make<frmRepYear>});
     screens.add(
         {"frmUserSettings", "core", "User Settings Maintenance", "File > User Settings", "", make<frmUserSettings>});
-
     screens.addCommand("UserLogs", [](Session& session) { ShowUserLogs(session); });
 }
 

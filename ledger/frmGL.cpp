@@ -4,6 +4,7 @@
 #include "core/Session.h"
 #include "ledger/Statements.h"
 #include "ledger/frmEntPeriod.h"
+#include "ledger/frmRepYear.h"
 
 namespace kv {
 namespace {
@@ -26,10 +27,21 @@ frmGL::frmGL(Session& session) : Form("frmGL", "General Ledger", Window::Child),
     mnuEnter.onClick = [this] { OpenPeriod(static_cast<int>(PeriodMode::Prepare)); };
     mnuGeneral_0.onClick = [this] { OpenPeriod(static_cast<int>(PeriodMode::SetGLPeriod)); };
     mnuGeneral_1.onClick = [this] { OpenPeriod(static_cast<int>(PeriodMode::ReopenBook)); };
+    mnuBegBal0.onClick = [this] { session_.screens.showModal(session_, "frmBegBalanceYear"); };
+    mnuBegBalPeriod.onClick = [this] { session_.screens.showModal(session_, "frmBegBalancePeriod"); };
+    mnuBegBal1.onClick = [this] { OpenYear(static_cast<int>(YearMode::PostForwarded)); };
+    mnuBegBal2.onClick = [this] { OpenYear(static_cast<int>(YearMode::CloseYear)); };
+    mnuBegBal3.onClick = [this] { OpenPeriod(static_cast<int>(PeriodMode::PostBegBal)); };
+    mnuBegBalReport.onClick = [this] { OpenYear(static_cast<int>(YearMode::BegBalances)); };
+    mnuGLReport.onClick = [this] { OpenYear(static_cast<int>(YearMode::GeneralLedger)); };
     mnuClose.onClick = [this] { Unload(); };
     MenuSpec periods{"Pe&riods", {mnuGeneral_0, mnuGeneral_1}};
     periods.owner = &mnuGeneral;
-    setMenu({{"&General Ledger", {mnuEnter, periods, nullptr, mnuClose}}, buildReports()});
+    setMenu({{"&General Ledger", {mnuEnter, periods, nullptr, mnuClose}},
+             {"&Balances",
+              {mnuBegBal0, mnuBegBalPeriod, mnuBegBal3, nullptr, mnuBegBal1, mnuBegBal2, nullptr, mnuBegBalReport,
+               mnuGLReport}},
+             buildReports()});
     setToolbar(tbrGL);
     setLayout(column({row({Label1, stretch(), lblPrepared}), expand(group("Months of the books", lvwBooks))}));
     setSize(1180, 520);
@@ -112,6 +124,11 @@ void frmGL::OpenPeriod(int mode) {
     frmEntPeriod dialog(session_);
     std::string entity;
     dialog.ShowDialog(mode, 0, "", entity);
+    ShowState();
+}
+
+void frmGL::OpenYear(int mode) {
+    frmRepYear(session_).ShowDialog(mode);
     ShowState();
 }
 
