@@ -69,8 +69,9 @@ BalanceEntryForm::BalanceEntryForm(Session& session, std::string name, Columns c
 }
 
 Layout BalanceEntryForm::totals() {
-    return row({expand(column({lblAccount, lblPosted})), lblTally, gap(),
-                fields({{"Debits", txtDebits}, {"Credits", txtCredits}, {"Difference", txtDifference}}, 3)});
+    return column(
+        {row({expand(lblAccount), lblTally}),
+         row({stretch(), fields({{"Debits", txtDebits}, {"Credits", txtCredits}, {"Difference", txtDifference}}, 3)})});
 }
 
 void BalanceEntryForm::InitGrid(std::string_view format, const std::vector<int>& widths_twips) {

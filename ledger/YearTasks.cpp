@@ -97,7 +97,8 @@ YearState readYearState(Session& session, std::string_view Year) {
 std::string preparedText(const YearState& state) {
     const std::string month = periodName(state.LastPeriod);
     if (!state.Prepared) return month + " has not been prepared yet.";
-    return month + " was prepared on " + state.PreparedAt + " by " + state.PreparedBy +
+    return month + " was prepared on " + state.PreparedAt +
+           (state.PreparedBy.empty() ? "" : " by " + state.PreparedBy) +
            (state.Stale ? "; the ledger has changed since." : ".");
 }
 

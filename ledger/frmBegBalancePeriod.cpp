@@ -28,7 +28,7 @@ frmBegBalancePeriod::frmBegBalancePeriod(Session& session)
     cmdOption3.onClick = [this] { cmdOption3_Click(); };
     cmdOption3.setHelp("Saves the lines as a file for a spreadsheet.");
     setLayout(column({
-        fields({{"&Period:", {dtpPeriod, gap(), stretch()}}, {"&Book:", {txtBook, stretch()}}}),
+        fields({{"&Period:", {dtpPeriod, gap(), stretch()}}, {"&Book:", {txtBook, gap(), expand(lblPosted)}}}),
         expand(grdAccounts),
         totals(),
         row({cmdOption3, stretch(), cmdOption0, cmdOption1, cmdOption2}),
@@ -38,7 +38,7 @@ frmBegBalancePeriod::frmBegBalancePeriod(Session& session)
 }
 
 void frmBegBalancePeriod::Form_Load() {
-    InitGrid("|<AccountCode|<Dept|<Description|>Debit|>Credit|", {420, 1400, 1000, 5000, 2100, 2100, 0});
+    InitGrid("|<AccountCode|<Dept|<Description|>Debit|>Credit|", {420, 1700, 1000, 5000, 2100, 2100, 0});
     dtpPeriod.setValue(dateOfPeriod(session_.Sys.glperiod));
     LoadAccountDetails();
 }

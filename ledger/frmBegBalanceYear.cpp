@@ -26,7 +26,7 @@ frmBegBalanceYear::frmBegBalanceYear(Session& session)
     cmdOption3.setHelp("F4");
     shortcut("F4", "cmdOption3_Click", [this] { cmdOption3_Click(); });
     setLayout(column({
-        fields({{"&Year:", {txtYear, stretch()}}}),
+        fields({{"&Year:", {txtYear, gap(), expand(lblPosted)}}}),
         expand(grdAccounts),
         totals(),
         row({cmdOption3, stretch(), cmdOption0, cmdOption1, cmdOption2}),

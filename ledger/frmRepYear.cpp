@@ -38,7 +38,7 @@ bool frmRepYear::ShowDialog(int Mode) {
             card(column({lblPrepared, lblOpenBooks, lblResult})),
             row({cmdOption2, stretch(), cmdOption0, cmdOption1}),
         }));
-        setSize(640, 240);
+        setSize(640, 200);
         ShowState();
     } else {
         for (Label* label : {&lblPrepared, &lblOpenBooks, &lblResult}) label->setVisible(false);

@@ -21,25 +21,30 @@ constexpr Centavos kRevenue = pesos(42'000'000);
 struct Opening {
     const char* code;
     std::int64_t pesos;
+    int spread_percent = 2;
 };
 /// What the hospital owns and owes when its first year opens; retained earnings are the rest.
 constexpr auto kOpening = std::to_array<Opening>({
-    {"1101", 850'000},     {"1103", 50'000},      {"1104", 30'000},      {"1105", 120'000},      {"1111", 38'450'000},
-    {"1112", 31'320'000},  {"1113", 9'870'000},   {"1114", 9'415'000},   {"1115", 9'205'000},    {"1118", 1'140'000},
-    {"1121", 25'000'000},  {"1201", 4'840'000},   {"1202", 5'215'000},   {"1203", 615'000},      {"1204", 2'105'000},
-    {"1205", 14'520'000},  {"1206", 22'330'000},  {"1207", 4'915'000},   {"1208", 2'820'000},    {"1209", 2'710'000},
-    {"1219", -4'800'000},  {"1221", 910'000},     {"1222", 615'000},     {"1224", 352'000},      {"1226", 808'000},
-    {"1301", 6'440'000},   {"1302", 3'615'000},   {"1303", 2'102'000},   {"1304", 1'204'000},    {"1305", 1'218'000},
-    {"1306", 602'000},     {"1307", 455'000},     {"1308", 905'000},     {"1319", -500'000},     {"1401", 1'620'000},
-    {"1402", 900'000},     {"1403", 720'000},     {"1451", 1'110'000},   {"1452", 815'000},      {"1455", 3'410'000},
-    {"1601", 60'000'000},  {"1603", 185'000'000}, {"1604", 96'300'000},  {"1605", 31'250'000},   {"1606", 74'800'000},
-    {"1607", 12'400'000},  {"1608", 18'150'000},  {"1609", 7'300'000},   {"1610", 4'200'000},    {"1703", -62'000'000},
-    {"1704", -41'700'000}, {"1705", -13'900'000}, {"1706", -30'400'000}, {"1707", -5'600'000},   {"1708", -8'200'000},
-    {"1709", -3'100'000},  {"1901", 1'500'000},   {"2102", -5'220'000},  {"2104", -215'000},     {"2106", -915'000},
-    {"2201", -4'810'000},  {"2202", -2'920'000},  {"2203", -515'000},    {"2301", -310'000},     {"2303", -1'520'000},
-    {"2304", -615'000},    {"2305", -820'000},    {"2307", -6'040'000},  {"2401", -1'030'000},   {"2402", -260'000},
-    {"2403", -390'000},    {"2404", -120'000},    {"2405", -95'000},     {"2501", -4'410'000},   {"2601", -15'000'000},
-    {"2602", -8'000'000},  {"2701", -96'000'000}, {"2702", -14'300'000}, {"3101", -120'000'000},
+    {"1101", 850'000},        {"1103", 50'000, 0},   {"1104", 30'000, 0},       {"1105", 120'000, 0},
+    {"1111", 38'450'000},     {"1112", 31'320'000},  {"1113", 9'870'000},       {"1114", 9'415'000},
+    {"1115", 9'205'000},      {"1118", 1'140'000},   {"1121", 25'000'000, 0},   {"1201", 4'840'000},
+    {"1202", 5'215'000},      {"1203", 615'000},     {"1204", 2'105'000},       {"1205", 14'520'000},
+    {"1206", 22'330'000},     {"1207", 4'915'000},   {"1208", 2'820'000},       {"1209", 2'710'000},
+    {"1219", -4'800'000},     {"1221", 910'000},     {"1222", 615'000},         {"1224", 352'000},
+    {"1226", 808'000},        {"1301", 6'440'000},   {"1302", 3'615'000},       {"1303", 2'102'000},
+    {"1304", 1'204'000},      {"1305", 1'218'000},   {"1306", 602'000},         {"1307", 455'000},
+    {"1308", 905'000},        {"1319", -500'000},    {"1401", 1'620'000},       {"1402", 900'000},
+    {"1403", 720'000},        {"1451", 1'110'000},   {"1452", 815'000},         {"1455", 3'410'000},
+    {"1601", 60'000'000, 0},  {"1603", 185'000'000}, {"1604", 96'300'000},      {"1605", 31'250'000},
+    {"1606", 74'800'000},     {"1607", 12'400'000},  {"1608", 18'150'000},      {"1609", 7'300'000},
+    {"1610", 4'200'000},      {"1703", -62'000'000}, {"1704", -41'700'000},     {"1705", -13'900'000},
+    {"1706", -30'400'000},    {"1707", -5'600'000},  {"1708", -8'200'000},      {"1709", -3'100'000},
+    {"1901", 1'500'000},      {"2102", -5'220'000},  {"2104", -215'000},        {"2106", -915'000},
+    {"2201", -4'810'000},     {"2202", -2'920'000},  {"2203", -515'000},        {"2301", -310'000},
+    {"2303", -1'520'000},     {"2304", -615'000},    {"2305", -820'000},        {"2307", -6'040'000},
+    {"2401", -1'030'000},     {"2402", -260'000},    {"2403", -390'000},        {"2404", -120'000},
+    {"2405", -95'000},        {"2501", -4'410'000},  {"2601", -15'000'000, 0},  {"2602", -8'000'000, 0},
+    {"2701", -96'000'000, 0}, {"2702", -14'300'000}, {"3101", -120'000'000, 0},
 });
 
 struct Close {
@@ -53,6 +58,20 @@ constexpr auto kCloses = std::to_array<Close>({
     {"sp_PostGLtoGL '{}','CR'", "CRB"},
     {"sp_PostGLtoGL '{}','JV'", "JV"},
 });
+
+constexpr int kMorning = 9;
+constexpr int kAfternoon = 16;
+constexpr int kDaysToClose = 4;
+
+/// The workstation's clock goes through the year while it lives, so that logs and headers tell believable days.
+class WorkdayClock {
+public:
+    WorkdayClock() = default;
+    WorkdayClock(const WorkdayClock&) = delete;
+    WorkdayClock& operator=(const WorkdayClock&) = delete;
+    ~WorkdayClock() { releaseClock(); }
+    static void at(const Date& day, int hour) { fixClock(Date(day.year(), day.month(), day.day(), hour)); }
+};
 
 std::string periodOf(int year, int month) { return module1::GetPeriod(Date(year, month, 1)); }
 
@@ -73,6 +92,8 @@ DemoYearTally DemoYear::write(const std::function<void(int month)>& progress) {
     if (!session_.cn().Open(any).empty()) {
         throw Error(kErrExists, "DemoYear", "The books of " + year + " hold documents already.");
     }
+    const WorkdayClock clock;
+    WorkdayClock::at(Date(plan_.year, 1, 2), kMorning);
     open();
     for (int month = 1; month <= plan_.months; ++month) {
         writeMonth(month);
@@ -107,7 +128,7 @@ void DemoYear::openFirst() {
                                   .amount(amountOf(std::max<Centavos>(-amount, 0))));
         sum += amount;
     };
-    for (const Opening& one : kOpening) insert(one.code, dice_.around(pesos(one.pesos), 2));
+    for (const Opening& one : kOpening) insert(one.code, dice_.around(pesos(one.pesos), one.spread_percent));
     insert(session_.Sys.RetainedEarning.c_str(), -sum);
 }
 
@@ -129,6 +150,7 @@ void DemoYear::writeMonth(int month) {
     Transaction whole(session_.cn());
     for (const Event& event : eventsOf(month)) {
         const Date day(plan_.year, month, event.day);
+        WorkdayClock::at(day, kAfternoon);
         if (event.daily) {
             (this->*event.daily->write)(day, event.amount);
         } else {
@@ -136,7 +158,10 @@ void DemoYear::writeMonth(int month) {
         }
     }
     const std::string period = periodOf(plan_.year, month);
-    if (month <= plan_.closed) close(period);
+    if (month <= plan_.closed) {
+        WorkdayClock::at(Date::serial(plan_.year, month + 1, 1).addDays(kDaysToClose), kMorning);
+        close(period);
+    }
     whole.commit();
 }
 

@@ -1,6 +1,7 @@
 #include "demo/year/Economy.h"
 
 #include <array>
+#include <cstdlib>
 #include <numeric>
 
 namespace kv {
@@ -27,7 +28,7 @@ std::int64_t Dice::below(std::int64_t limit) {
 }
 
 Centavos Dice::around(Centavos amount, int percent) {
-    const Centavos reach = amount * percent / 100;
+    const Centavos reach = std::abs(amount) * percent / 100;
     return reach <= 0 ? amount : amount + between(-reach, reach);
 }
 

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/Program.h"
+#include "core/module1.h"
 #include "demo/year/DemoYear.h"
 #include "platform/base/Error.h"
 #include "platform/base/Paths.h"
@@ -98,6 +99,7 @@ void writeYears(const std::string& file) {
     Session session(user, *connection, screens);
     session.EmployeeCode = "E001";
     ResetGlobalVariables(session);
+    module1::SaveUserLog(session, "User Login");
     DemoYear(session, {.year = 2023, .batches = 600}).write();
     DemoYear(session, {.year = 2024}).write();
     embeddedOf(*connection)->checkpoint();

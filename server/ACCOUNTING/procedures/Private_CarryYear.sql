@@ -29,7 +29,7 @@ BEGIN
         THROW 50031, @Text, 1;
     END;
 
-    EXEC dbo.Private_YearEndBatch @Year, @Last, @Result;
+    EXEC dbo.Private_YearEndBatch @Last, @Result;
     DELETE FROM dbo.BegBalance WHERE Year = @Year;
     INSERT INTO dbo.BegBalance (Year, Acct, Code, Debit, Credit)
     SELECT

@@ -25,7 +25,7 @@ BEGIN
     IF @Book = 'GL'
     BEGIN
         SELECT
-            B.Batch, B.Batch AS DisplayBatch, B.BatchDate, B.BatchType, B.Particular, B.Encoder, 'Posted' AS Status,
+            B.Batch, SUBSTRING(B.Batch, 3, 13) AS DisplayBatch, B.BatchDate, B.BatchType, B.Particular, B.Encoder, '' AS Status,
             D.SeqNo, D.Code, A.Description AS Title, D.Dept, D.Description, D.Debit, D.Credit
         FROM dbo.GLBatch AS B
         LEFT JOIN dbo.Batchdet AS D ON D.Batch = B.Batch
