@@ -227,7 +227,8 @@ Centavos DemoYear::settle(const std::string& code, const Date& day, int halfDays
     const auto [last, first] = settled_.try_emplace(code, day.addDays(-1));
     const std::int64_t days = std::max<std::int64_t>(1, (day.msSince1900() - last->second.msSince1900()) / 86'400'000);
     last->second = day;
-    return dice_.around(settled(std::abs(books_.balance(code)), days, halfDays), 10);
+    const Centavos balance = std::abs(books_.balance(code));
+    return std::min(dice_.around(settled(balance, days, halfDays), 10), balance);
 }
 
 std::vector<DemoLine> DemoYear::spread(const std::string& code, Centavos amount,

@@ -154,9 +154,10 @@ void DemoYear::payVouchers(const Date& day, Centavos) {
     std::erase_if(owed, [&](const OwedVoucher& one) {
         return std::any_of(paid.begin(), paid.end(), [&](const OwedVoucher& p) { return p.number == one.number; });
     });
-    const char* bank = first.vendor->doctor                              ? "1114"
-                       : books_.balance("1111") > books_.balance("1112") ? "1111"
-                                                                         : "1112";
+    Centavos due = 0;
+    for (const OwedVoucher& one : paid) due += one.amount;
+    const char* richer = books_.balance("1111") > books_.balance("1112") ? "1111" : "1112";
+    const char* bank = first.vendor->doctor && books_.balance("1114") >= due ? "1114" : richer;
     books_.payVouchers(day, bank, paid);
 }
 
