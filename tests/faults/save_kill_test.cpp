@@ -1,44 +1,16 @@
 // A workstation that dies between two statements of a save leaves the whole document or nothing of it.
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <csignal>
 
 #include "ledger/HospitalSettings.h"
 #include "ledger/PeriodTasks.h"
 #include "tests/desk/Desk.h"
+#include "tests/desk/Killed.h"
 
 namespace kv {
 namespace {
 
 constexpr int kLines = 20;
-
-/// Runs `work` in a process that is killed right before its statement number `point` (from 1) goes out.
-/// True when it died there, false when it came to its end first.
-bool diesAt(const std::string& file, int point, const std::function<void(Desk&)>& prepare,
-            const std::function<void(Desk&)>& work) {
-    const pid_t child = fork();
-    if (child == 0) {
-        Desk desk(file);
-        prepare(desk);
-        int count = 0;
-        desk.cn().observe([&](std::string_view) {
-            if (++count == point) ::raise(SIGKILL);
-        });
-        try {
-            work(desk);
-        } catch (const Error&) {
-            ::_exit(3);
-        }
-        ::_exit(0);
-    }
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    EXPECT_TRUE(WIFSIGNALED(status) || WEXITSTATUS(status) == 0) << "point " << point;
-    return WIFSIGNALED(status);
-}
 
 /// What stands of AR batches: lines, daily rows and headers, as one text.
 std::string traces(Desk& desk) {
