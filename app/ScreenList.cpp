@@ -40,12 +40,12 @@ std::unique_ptr<Form> master(Session& session) {
 }  // namespace
 
 void registerScreens(Screens& screens) {
-    screens.add({"frmBegBalance", "ledger", "Beginning Balances",
-                 "Beginning Balances > Beginning Balances of a Year > Account", "GL", make<frmBegBalance>});
+    screens.add({"frmBegBalance", "ledger", "Beginning Balances", "Balances > Beginning Balances of a Year > Account",
+                 "GL", make<frmBegBalance>});
     screens.add({"frmBegBalancePeriod", "ledger", "Beginning Balances of a Period",
-                 "Beginning Balances > Beginning Balances of a Period", "GL", make<frmBegBalancePeriod>});
+                 "Balances > Beginning Balances of a Period", "GL", make<frmBegBalancePeriod>});
     screens.add({"frmBegBalanceYear", "ledger", "Beginning Balances of a Year",
-                 "Beginning Balances > Beginning Balances of a Year", "GL", make<frmBegBalanceYear>});
+                 "Balances > Beginning Balances of a Year", "GL", make<frmBegBalanceYear>});
     screens.add({"frmBooksCheck", "core", "Books Check", "File > Books Check", "GL", make<frmBooksCheck>});
     screens.add(
         {"frmBuildCstCtr", "ledger", "Cost Centers", "File Maintenance > Cost Centers", "CC", master<costCenterFile>});
@@ -74,7 +74,7 @@ void registerScreens(Screens& screens) {
     screens.add({"frmMain", "core", "Main Shell", "", "", make<frmMain>});
     screens.add({"frmPassword", "core", "Password", "File > Program Settings", "", make<frmPassword>});
     screens.add({"frmPeriod", "ledger", "Periods", "File Maintenance > Periods", "PER", master<periodFile>});
-    screens.add({"frmRepYear", "ledger", "Year", "Beginning Balances > Year End Closing", "GL", make<frmRepYear>});
+    screens.add({"frmRepYear", "ledger", "Year", "Balances > Year End Closing", "GL", make<frmRepYear>});
     screens.add(
         {"frmUserSettings", "core", "User Settings Maintenance", "File > User Settings", "", make<frmUserSettings>});
     screens.addCommand("UserLogs", [](Session& session) { ShowUserLogs(session); });
