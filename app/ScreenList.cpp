@@ -13,6 +13,8 @@
 #include "ledger/frmBegBalance.h"
 #include "ledger/frmBegBalancePeriod.h"
 #include "ledger/frmBegBalanceYear.h"
+#include "ledger/frmBuildAcct.h"
+#include "ledger/frmBuildAcct_2.h"
 #include "ledger/frmChecklistBatch.h"
 #include "ledger/frmEntPeriod.h"
 #include "ledger/frmGL.h"
@@ -47,11 +49,19 @@ void registerScreens(Screens& screens) {
     screens.add({"frmBegBalanceYear", "ledger", "Beginning Balances of a Year",
                  "Balances > Beginning Balances of a Year", "GL", make<frmBegBalanceYear>});
     screens.add({"frmBooksCheck", "core", "Books Check", "File > Books Check", "GL", make<frmBooksCheck>});
+    screens.add({"frmBuildAcct", "ledger", "Chart of Accounts", "File Maintenance > Chart of Accounts", "COA",
+                 make<frmBuildAcct>});
+    screens.add({"frmBuildAcctClass", "ledger", "Account Classification",
+                 "File Maintenance > Chart of Accounts > Classification", "", master<classificationFile>});
+    screens.add({"frmBuildAcct_2", "ledger", "GL Accounts", "File Maintenance > Chart of Accounts > New Account", "COA",
+                 make<frmBuildAcct_2>});
     screens.add(
         {"frmBuildCstCtr", "ledger", "Cost Centers", "File Maintenance > Cost Centers", "CC", master<costCenterFile>});
     screens.add(
         {"frmBuildDept", "ledger", "Departments", "File Maintenance > Departments", "", master<departmentFile>});
     screens.add({"frmBuildEquity", "ledger", "Equity", "File Maintenance > Equity", "EQ", master<equityFile>});
+    screens.add({"frmBuildGLGroup_2", "ledger", "GL Groups", "File Maintenance > Chart of Accounts > New Group", "COA",
+                 master<glGroupFile>});
     screens.add({"frmBuildRevenue", "ledger", "Revenue Centers", "File Maintenance > Revenue Centers", "",
                  master<revenueCenterFile>});
     screens.add({"frmBuildTerms", "ledger", "Terms", "File Maintenance > Terms", "", master<termsFile>});

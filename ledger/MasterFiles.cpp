@@ -9,14 +9,6 @@
 namespace kv {
 namespace {
 
-/// A lookup class as the lookup of a field.
-template <class Class>
-std::optional<FoundCode> lookUp(Session& session, std::string_view text) {
-    Class found(session);
-    if (!found.Validate(text)) return std::nullopt;
-    return FoundCode{found.Code, found.Description};
-}
-
 std::optional<FoundCode> lookUpEquityAccount(Session& session, std::string_view text) {
     clsAccount account(session);
     if (!account.Validate(text, "EQ")) return std::nullopt;
@@ -108,7 +100,7 @@ MasterFile costCenterFile() {
          .kind = MasterKind::Lookup,
          .length = 10,
          .parameter = "@DEPTCODE",
-         .lookup = lookUp<clsDepartment>,
+         .lookup = lookUpMaster<clsDepartment>,
          .button = "cmdDept",
          .description = "DEPARTMENT",
          .help = "The department above. F2 searches."},
@@ -372,7 +364,7 @@ MasterFile glGroupFile() {
          .column = "MainGroup",
          .kind = MasterKind::Lookup,
          .length = 10,
-         .lookup = lookUp<clsGLGroup>,
+         .lookup = lookUpMaster<clsGLGroup>,
          .button = "cmdMainGroup",
          .description = "MainDescription",
          .help = "The group above this one, or nothing. F2 searches."},

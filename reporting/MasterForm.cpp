@@ -284,7 +284,7 @@ bool MasterForm::LoadFile(const MasterKey& key) {
         return false;
     }
     key_ = key;
-    loadedRow_ = row.rows().front();
+    watch_.watch(masterStatement(file_.row, key), row.rows().front());
     for (const auto& one : inputs_) {
         const MasterField& field = one->field();
         one->show(row[field.column], field.description.empty() ? std::string() : row[field.description].text());
@@ -301,7 +301,7 @@ bool MasterForm::LoadFile(const MasterKey& key) {
 
 void MasterForm::beginNew(const MasterValues& given) {
     key_.clear();
-    loadedRow_.clear();
+    watch_.watchNew(file_.savesOverExisting);
     list_.select(-1);
     for (const auto& one : inputs_) one->setValue(one->field().standard);
     if (!file_.nextKey.empty()) inputs_.front()->setValue(session_.cn().Open(file_.nextKey).at(0).text());
@@ -402,53 +402,21 @@ bool MasterForm::complete() {
     return wrong.empty();
 }
 
-MasterForm::Clash MasterForm::clash(const MasterKey& key) const {
-    const Recordset row = session_.cn().Open(masterStatement(file_.row, key));
-    if (isNew()) return row.eof() || file_.savesOverExisting ? Clash::None : Clash::Taken;
-    if (row.eof()) return Clash::Gone;
-    return row.rows().front() == loadedRow_ ? Clash::None : Clash::Changed;
-}
-
-bool MasterForm::accepts(Clash found, const MasterKey& key) {
-    if (found == Clash::Taken) {
-        MsgBox(said(file_.says.exists, key), Icon::Exclamation);
-        inputs_.front()->control().setFocus();
-        return false;
-    }
-    const char* question =
-        found == Clash::Gone ? "'{key}' was deleted at another workstation while you edited it. Save it as a new entry?"
-                             : "'{key}' was changed at another workstation while you edited it. Replace what was saved "
-                               "there?";
-    return Ask(said(question, key), "Warning", Icon::Exclamation, false);
-}
-
 void MasterForm::Save_Routine() {
     const MasterKey key = entryKey();
-    if (!complete() || !store(key)) return;
+    if (!complete()) return;
+    const bool stored =
+        watch_.save(session_.cn(), masterStatement(file_.row, key), key.front(), said(file_.says.exists, key), [&] {
+            logSave(key);
+            saveRow(key);
+        });
+    if (!stored) return input(file_.fields.at(isNew() ? 0 : file_.listKeys.size()).control)->control().setFocus();
     savedKey_ = key;
     MsgBox(file_.says.saved, Icon::Information);
     leaveEntry();
     RefreshList();
     selectKey(key);
     lvwList_ItemClick();
-}
-
-/// Log and row are stored together. What another workstation did meanwhile is asked about outside the transaction.
-bool MasterForm::store(const MasterKey& key) {
-    for (bool accepted = false;; accepted = true) {
-        Clash found = Clash::None;
-        {
-            Transaction save(session_.cn());
-            found = accepted ? Clash::None : clash(key);
-            if (found == Clash::None) {
-                logSave(key);
-                saveRow(key);
-                save.commit();
-                return true;
-            }
-        }
-        if (!accepts(found, key)) return false;
-    }
 }
 
 void MasterForm::logSave(const MasterKey& key) {

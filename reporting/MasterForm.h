@@ -6,10 +6,10 @@
 #include <memory>
 #include <vector>
 
-#include "platform/data/Recordset.h"
 #include "platform/forms/Lists.h"
 #include "reporting/MasterFile.h"
 #include "reporting/MasterInput.h"
+#include "reporting/RowWatch.h"
 
 namespace kv {
 
@@ -24,9 +24,6 @@ public:
     const MasterKey& savedKey() const { return savedKey_; }
 
 private:
-    /// What stands in the database against a save.
-    enum class Clash { None, Taken, Gone, Changed };
-
     void Form_Load() override;
     void Form_QueryUnload(bool& Cancel) override;
 
@@ -70,9 +67,6 @@ private:
     // saving and removing
     void Save_Routine();
     bool complete();
-    bool store(const MasterKey& key);
-    Clash clash(const MasterKey& key) const;
-    bool accepts(Clash found, const MasterKey& key);
     void logSave(const MasterKey& key);
     void saveRow(const MasterKey& key);
     bool inUse(const MasterKey& key);
@@ -109,7 +103,7 @@ private:
     std::string mode_;  ///< "NEW", "EDIT", or empty while the entry tab is
     MasterKey key_;     ///< of the row that is edited
     MasterKey savedKey_;
-    Row loadedRow_;
+    RowWatch watch_;
     MasterValues loadedValues_;
     std::size_t sort_ = 0;
     int sortedColumn_ = -1;

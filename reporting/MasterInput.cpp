@@ -146,6 +146,10 @@ void MasterInput::show(const Value& value, std::string_view description) {
     } else {
         setValue(value.text());
     }
+    if (combo_ && !value.text().empty() && combo_->key() != value.text()) {  // a value that is no longer offered stays
+        combo_->addItem(value.text(), value.text());
+        combo_->setKey(value.text());
+    }
     if (name_) name_->setText(description);
 }
 

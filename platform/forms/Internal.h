@@ -54,6 +54,9 @@ bool tryLeave(Form& form, QWidget* to);
 void setOwnEnter(QWidget* widget);
 bool ownEnter(const QWidget* widget);
 
+/// What is dragged from lists and trees: the key of the row or node, as UTF-8.
+constexpr const char* kDraggedKey = "application/x-korvane-key";
+
 // ---- keys ------------------------------------------------------------------------------------------------------
 /// "F2", "Ctrl+Insert", "Shift+Tab", "Enter", "Escape", "PageUp", "A": one name a key.
 std::string keyName(const QKeyEvent& event);

@@ -1,5 +1,6 @@
 #include "platform/forms/ListModel.h"
 
+#include <QMimeData>
 #include <algorithm>
 #include <numeric>
 
@@ -226,6 +227,21 @@ QVariant ListModel::headerData(int section, Qt::Orientation orientation, int rol
         default:
             return int(Qt::AlignLeft | Qt::AlignVCenter);
     }
+}
+
+// ---- dragging ------------------------------------------------------------------------------------------------------
+
+Qt::ItemFlags ListModel::flags(const QModelIndex& index) const {
+    return QAbstractTableModel::flags(index) | Qt::ItemIsDragEnabled;
+}
+
+QStringList ListModel::mimeTypes() const { return {QString::fromLatin1(kDraggedKey)}; }
+
+QMimeData* ListModel::mimeData(const QModelIndexList& indexes) const {
+    if (indexes.isEmpty()) return nullptr;
+    auto* data = new QMimeData;
+    data->setData(QString::fromLatin1(kDraggedKey), QByteArray::fromStdString(item(rowOf(indexes.first().row())).key));
+    return data;
 }
 
 }  // namespace kv

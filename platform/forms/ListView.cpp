@@ -184,4 +184,9 @@ void ListView::filter(std::string_view text) {
     if (row >= 0) select(row);
 }
 
+void ListView::setDragging(bool on) {
+    impl_->table->setDragEnabled(on);
+    impl_->table->setDragDropMode(on ? QAbstractItemView::DragOnly : QAbstractItemView::NoDragDrop);
+}
+
 }  // namespace kv

@@ -62,6 +62,7 @@ public:
     void sortBy(int column, bool descending = false);
     /// Shows only rows that hold the text in any column; empty shows all. Row numbers stay those of all rows.
     void filter(std::string_view text);
+    void setDragging(bool on);  ///< rows can be dragged onto the nodes of a tree, which tells it by their keys
 
     Event<int> onItemClick;  ///< the selected row changed by the user
     Event<int> onDblClick;   ///< double click, or Enter on a row
@@ -99,7 +100,7 @@ public:
 
     Event<std::string> onNodeClick;
     Event<std::string> onDblClick;
-    Event<std::string, std::string> onDrop;  ///< dragged key, key of the node it was dropped on
+    Event<std::string, std::string> onDrop;  ///< key of the dragged node or row, key of the node it was dropped on
 
     struct Impl;
 

@@ -1,5 +1,6 @@
 #include <QDropEvent>
 #include <QHeaderView>
+#include <QMimeData>
 #include <QStyledItemDelegate>
 #include <QTreeWidget>
 #include <unordered_map>
@@ -33,13 +34,38 @@ public:
     std::function<bool(std::string key)> opened;
 
 protected:
+    QStringList mimeTypes() const override { return {QString::fromLatin1(kDraggedKey)}; }
+
+    QMimeData* mimeData(const QList<QTreeWidgetItem*>& items) const override {
+        if (items.isEmpty()) return nullptr;
+        auto* dragged = new QMimeData;
+        dragged->setData(QString::fromLatin1(kDraggedKey), QByteArray::fromStdString(keyOf(items.first())));
+        return dragged;
+    }
+
+    void dragEnterEvent(QDragEnterEvent* event) override { takeDrag(*event); }
+    void dragMoveEvent(QDragMoveEvent* event) override {
+        takeDrag(*event);
+        const QTreeWidgetItem* node = itemAt(event->position().toPoint());
+        if (!node) event->ignore();
+    }
+
+    /// The owner is told when the drag is over: what it shows then may be a box.
     void dropEvent(QDropEvent* event) override {
         const QTreeWidgetItem* target = itemAt(event->position().toPoint());
-        const QTreeWidgetItem* dragged = currentItem();
+        const std::string dragged = event->mimeData()->data(QString::fromLatin1(kDraggedKey)).toStdString();
         event->setDropAction(Qt::IgnoreAction);
         event->accept();
-        if (event->source() == this && target && dragged && target != dragged && dropped) {
-            dropped(keyOf(dragged), keyOf(target));
+        if (!target || dragged.empty() || dragged == keyOf(target) || !dropped) return;
+        QMetaObject::invokeMethod(
+            this, [this, dragged, onto = keyOf(target)] { dropped(dragged, onto); }, Qt::QueuedConnection);
+    }
+
+    static void takeDrag(QDropEvent& event) {
+        if (event.mimeData()->hasFormat(QString::fromLatin1(kDraggedKey))) {
+            event.acceptProposedAction();
+        } else {
+            event.ignore();
         }
     }
 
@@ -176,7 +202,7 @@ std::string TreeView::keyOfText(std::string_view text) const {
 }
 
 void TreeView::setDragging(bool on) {
-    impl_->tree->setDragDropMode(on ? QAbstractItemView::InternalMove : QAbstractItemView::NoDragDrop);
+    impl_->tree->setDragDropMode(on ? QAbstractItemView::DragDrop : QAbstractItemView::NoDragDrop);
     impl_->tree->setDropIndicatorShown(on);
 }
 

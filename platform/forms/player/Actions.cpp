@@ -2,6 +2,7 @@
 #include <QComboBox>
 #include <QDateTimeEdit>
 #include <QMdiSubWindow>
+#include <QMimeData>
 #include <QTabBar>
 #include <QTreeWidget>
 
@@ -216,22 +217,48 @@ void tick(Performance& show, const PlayLine& line, bool wanted) {
 void check(Performance& show, const PlayLine& line) { tick(show, line, true); }
 void uncheck(Performance& show, const PlayLine& line) { tick(show, line, false); }
 
+QTreeWidgetItem& findNode(TreeView& view, const PlayLine& line, std::size_t word) {
+    const std::string& text = line.pattern(word, "the node");
+    for (QTreeWidgetItemIterator it(dynamic_cast<QTreeWidget*>(view.widget())); *it; ++it) {
+        const bool meant =
+            toStd((*it)->data(0, Qt::UserRole).toString()) == plainText(text) || matches(text, toStd((*it)->text(0)));
+        if (meant) return **it;
+    }
+    throw Failure("there is no node " + inQuotes(text) + " in " + view.name());
+}
+
+/// The middle of a node, scrolled into sight.
+QPoint pointOf(TreeView& view, QTreeWidgetItem& node) {
+    auto* tree = dynamic_cast<QTreeWidget*>(view.widget());
+    for (auto* above = node.parent(); above; above = above->parent()) above->setExpanded(true);
+    tree->scrollToItem(&node);
+    return tree->visualItemRect(&node).center();
+}
+
 void node(Performance& show, const PlayLine& line) {
     line.atMost(3);
     auto& view = dynamic_cast<TreeView&>(show.stage.usable(line.word(1, "the name of a tree"), {"TreeView"}));
-    auto* tree = dynamic_cast<QTreeWidget*>(view.widget());
-    const std::string& text = line.pattern(2, "the node");
-    QTreeWidgetItem* found = nullptr;
-    for (QTreeWidgetItemIterator it(tree); *it && !found; ++it) {
-        const bool meant =
-            toStd((*it)->data(0, Qt::UserRole).toString()) == plainText(text) || matches(text, toStd((*it)->text(0)));
-        if (meant) found = *it;
-    }
-    if (!found) throw Failure("there is no node " + inQuotes(text) + " in " + view.name());
+    QTreeWidgetItem& found = findNode(view, line, 2);
     focusOn(view);
-    for (auto* above = found->parent(); above; above = above->parent()) above->setExpanded(true);
-    tree->scrollToItem(found);
-    click(tree->viewport(), tree->visualItemRect(found).center());
+    const QPoint at = pointOf(view, found);
+    click(dynamic_cast<QTreeWidget*>(view.widget())->viewport(), at);
+}
+
+/// Drags a row of a list onto a node of a tree.
+void drag(Performance& show, const PlayLine& line) {
+    line.atMost(5);
+    auto& list = dynamic_cast<ListView&>(show.stage.usable(line.word(1, "the name of a list"), {"ListView"}));
+    const int row = findListRow(list, line, 2);
+    if (row < 0) throw noRow(list, line, 2);
+    auto& view = dynamic_cast<TreeView&>(show.stage.usable(line.word(3, "the name of a tree"), {"TreeView"}));
+    auto& table = *dynamic_cast<ListTable*>(list.widget());
+    if (!table.dragEnabled()) throw Failure("no row can be dragged from " + list.name());
+    focusOn(list);
+    click(table.viewport(), pointOf(list, row, quietColumn(list)));
+    QTreeWidgetItem& target = findNode(view, line, 4);
+    const QPoint at = pointOf(view, target);
+    const std::unique_ptr<QMimeData> data(table.model()->mimeData({table.currentIndex()}));
+    dropOn(*dynamic_cast<QTreeWidget*>(view.widget())->viewport(), at, *data);
 }
 
 // ---- cells -------------------------------------------------------------------------------------------------------
@@ -300,6 +327,7 @@ constexpr CommandEntry kCommands[] = {
     {"tab", tab},       {"row", row},     {"open", open},
     {"check", check},   {"node", node},   {"uncheck", uncheck},
     {"browse", browse}, {"cell", cell},   {"refused cell", refusedCell},
+    {"drag", drag},
 };
 
 }  // namespace

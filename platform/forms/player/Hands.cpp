@@ -135,6 +135,16 @@ void doubleClick(QWidget* target, QPoint at) {
     QTest::mouseDClick(hit, Qt::LeftButton, Qt::NoModifier, there);
 }
 
+void dropOn(QWidget& target, QPoint at, const QMimeData& data) {
+    QDragEnterEvent enter(at, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&target, &enter);
+    QDragMoveEvent move(at, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&target, &move);
+    if (!enter.isAccepted() || !move.isAccepted()) throw Failure("nothing can be dropped there");
+    QDropEvent drop(at, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&target, &drop);
+}
+
 void clickControl(const Control& control) {
     QWidget* widget = control.widget();
     QPoint at = widget->rect().center();

@@ -8,6 +8,8 @@
 #include "platform/forms/Control.h"
 #include "platform/forms/player/Play.h"
 
+class QMimeData;
+
 namespace kv {
 
 class GridView;
@@ -24,6 +26,8 @@ void pasteOver(QWidget* field, const std::string& text);
 void pressKey(QWidget* target, const std::string& key);
 void click(QWidget* target, QPoint at);
 void doubleClick(QWidget* target, QPoint at);
+/// Lets go over the widget what was dragged there.
+void dropOn(QWidget& target, QPoint at, const QMimeData& data);
 /// A click where a person would: on the mark of a check box, in the middle of a button.
 void clickControl(const Control& control);
 
