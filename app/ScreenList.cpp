@@ -20,6 +20,7 @@
 #include "ledger/frmGL.h"
 #include "ledger/frmGeneral.h"
 #include "ledger/frmHospitalInfo.h"
+#include "ledger/frmImportMasters.h"
 #include "ledger/frmJournEntry.h"
 #include "ledger/frmListBatch.h"
 #include "ledger/frmRepYear.h"
@@ -77,6 +78,8 @@ void registerScreens(Screens& screens) {
                  make<frmGeneral>});
     screens.add({"frmHospitalInfo", "ledger", "Program Settings Maintenance", "File > Program Settings", "",
                  make<frmHospitalInfo>});
+    screens.add({"frmImportMasters", "ledger", "Import from CSV", "File Maintenance > Import from CSV", "",
+                 make<frmImportMasters>});
     screens.add({"frmJournEntry", "ledger", "Journal Entry", "Batch Entries > Enter/Edit Batch > New", "",
                  make<frmJournEntry>, OpenBatchDocument});
     screens.add(

@@ -47,6 +47,9 @@ const std::vector<std::vector<MaintenanceEntry>>& maintenanceSections() {
             {"mnuPCmaitenance", "Pett&y Cash", "frmBuildPCFundings", "Open File Maintenance Petty Cash"},
             {"mnuModeOfPayment", "&Mode of Payment", "frmBuildMOP", "Open File Maintenance | Mode of Payment"},
         },
+        {
+            {"mnuImportMasters", "&Import from CSV...", "frmImportMasters", "Open File Maintenance | Import"},
+        },
     };
     return sections;
 }

@@ -69,7 +69,7 @@ std::string chartPlace(std::string_view type, std::string_view groupClass) {
                            [&](const ChartNode& node) { return equalsNoCase(node.key, key); });
     };
     const std::string node = UCase(std::string(type) + std::string(groupClass));
-    if (!type.empty() && !groupClass.empty() && there(node)) return node;
+    if (type.size() == 2 && !groupClass.empty() && there(node)) return node;
     return type.size() == 2 && type != kAllNode && there(type) ? UCase(type) : kNoGroupNode;
 }
 

@@ -9,10 +9,22 @@
 namespace kv {
 namespace {
 
+/// One pass, so that a place in a key's own text stays what it is.
 std::string filled(std::string_view pattern, const MasterKey& key, std::string (*as)(std::string_view)) {
-    std::string text(pattern);
-    for (std::size_t i = key.size(); i-- > 0;) {
-        text = replaceAll(text, i == 0 ? "{key}" : "{key" + std::to_string(i + 1) + "}", as(key[i]));
+    std::string text;
+    while (!pattern.empty()) {
+        std::size_t taken = 0;
+        for (std::size_t i = 0; i < key.size() && taken == 0; ++i) {
+            const std::string place = i == 0 ? "{key}" : "{key" + std::to_string(i + 1) + "}";
+            if (!pattern.starts_with(place)) continue;
+            text += as(key[i]);
+            taken = place.size();
+        }
+        if (taken == 0) {
+            text += pattern.front();
+            taken = 1;
+        }
+        pattern.remove_prefix(taken);
     }
     return text;
 }

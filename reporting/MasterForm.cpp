@@ -308,10 +308,12 @@ void MasterForm::beginNew(const MasterValues& given) {
     choiceChanged();
     setMode(kNew);
     loadedValues_ = values();
-    for (const auto& [control, value] : given) {
-        if (MasterInput* one = input(control)) one->setValue(value);
+    for (int pass = 0; pass < 2; ++pass) {  // a choice may depend on another one
+        for (const auto& [control, value] : given) {
+            if (MasterInput* one = input(control)) one->setValue(value);
+        }
+        choiceChanged();
     }
-    choiceChanged();
 }
 
 void MasterForm::setMode(const char* mode) {

@@ -17,32 +17,31 @@ public:
     }
 
     bool more() const { return at_ < text_.size(); }
-    int line() const { return line_; }
 
-    std::vector<std::string> record() {
-        std::vector<std::string> fields(1);
+    CsvRecord record() {
+        CsvRecord made{line_, false, std::vector<std::string>(1)};
         while (more()) {
             const char c = text_[at_];
             if (c == '"') {
-                quoted(fields.back());
+                if (!quoted(made.fields.back())) made.open = true;
                 continue;
             }
             ++at_;
             if (c == ',') {
-                fields.emplace_back();
+                made.fields.emplace_back();
             } else if (c == '\n') {
                 ++line_;
                 break;
             } else if (c != '\r') {
-                fields.back() += c;
+                made.fields.back() += c;
             }
         }
-        return fields;
+        return made;
     }
 
 private:
-    void quoted(std::string& field) {
-        const int opened = line_;
+    /// False when the quote is never closed.
+    bool quoted(std::string& field) {
         for (++at_; more(); ++at_) {
             if (text_[at_] == '\n') ++line_;
             if (text_[at_] != '"') {
@@ -51,10 +50,10 @@ private:
                 field += text_[++at_];
             } else {
                 ++at_;
-                return;
+                return true;
             }
         }
-        throw Error(5, "CsvTable", "Line " + std::to_string(opened) + ": a quote is never closed.");
+        return false;
     }
 
     std::string_view text_;
@@ -62,15 +61,72 @@ private:
     int line_ = 1;
 };
 
+/// Length of the UTF-8 sequence at the beginning; 0 when it is none.
+std::size_t sequenceLength(std::string_view text) {
+    const auto first = static_cast<unsigned char>(text.front());
+    const std::size_t length = first < 0x80                    ? 1
+                               : first >= 0xC2 && first < 0xE0 ? 2
+                               : first >= 0xE0 && first < 0xF0 ? 3
+                               : first >= 0xF0 && first < 0xF5 ? 4
+                                                               : 0;
+    if (length == 0 || length > text.size()) return 0;
+    for (std::size_t i = 1; i < length; ++i) {
+        if ((static_cast<unsigned char>(text[i]) & 0xC0) != 0x80) return 0;
+    }
+    return length;
+}
+
+bool isUtf8(std::string_view text) {
+    while (!text.empty()) {
+        const std::size_t length = sequenceLength(text);
+        if (length == 0) return false;
+        text.remove_prefix(length);
+    }
+    return true;
+}
+
+std::string utf8Of(unsigned code) {
+    if (code < 0x80) return {static_cast<char>(code)};
+    if (code < 0x800) return {static_cast<char>(0xC0 | (code >> 6)), static_cast<char>(0x80 | (code & 0x3F))};
+    return {static_cast<char>(0xE0 | (code >> 12)), static_cast<char>(0x80 | ((code >> 6) & 0x3F)),
+            static_cast<char>(0x80 | (code & 0x3F))};
+}
+
+/// What Windows-1252 has at 0x80 to 0x9F; above it is as Unicode.
+constexpr unsigned kWindows[32] = {
+    0x20AC, 0xFFFD, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0xFFFD, 0x017D, 0xFFFD, 0xFFFD, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0xFFFD, 0x017E, 0x0178,
+};
+
 }  // namespace
+
+std::vector<CsvRecord> csvRecords(std::string_view text) {
+    std::vector<CsvRecord> records;
+    Reader reader(text);
+    while (reader.more()) {
+        CsvRecord record = reader.record();
+        if (record.fields.size() > 1 || !record.fields.front().empty() || record.open) {
+            records.push_back(std::move(record));
+        }
+    }
+    return records;
+}
+
+std::string csvText(std::string_view bytes) {
+    if (isUtf8(bytes)) return std::string(bytes);
+    std::string text;
+    for (const char c : bytes) {
+        const auto code = static_cast<unsigned char>(c);
+        text += utf8Of(code >= 0x80 && code < 0xA0 ? kWindows[code - 0x80] : code);
+    }
+    return text;
+}
 
 CsvTable CsvTable::parse(std::string_view text) {
     CsvTable table;
-    Reader reader(text);
-    while (reader.more()) {
-        const int line = reader.line();
-        std::vector<std::string> fields = reader.record();
-        if (fields.size() == 1 && fields[0].empty()) continue;
+    for (auto& [line, open, fields] : csvRecords(text)) {
+        if (open) throw Error(5, "CsvTable", "Line " + std::to_string(line) + ": a quote is never closed.");
         if (table.heading_.empty()) {
             table.heading_ = std::move(fields);
             continue;

@@ -7,6 +7,17 @@
 
 namespace kv {
 
+/// One record as it stands in the text, with the line it begins in, from 1. `open`: a quote in it is never closed.
+struct CsvRecord {
+    int line = 1;
+    bool open = false;
+    std::vector<std::string> fields;
+};
+/// The records of such a text, whatever their number of fields; lines without any character are left out.
+std::vector<CsvRecord> csvRecords(std::string_view text);
+/// The text of a file in UTF-8: a text that is no UTF-8 is taken for Windows-1252, as spreadsheets write it.
+std::string csvText(std::string_view bytes);
+
 class CsvTable {
 public:
     /// Reads UTF-8 text: "," between fields, quotes around a field that holds one, doubled quotes inside it, lines

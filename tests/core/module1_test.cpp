@@ -94,6 +94,51 @@ TEST(WhenMissing, GivesTheDefaultForAbsentAndNull) {
     EXPECT_TRUE(module1::IsFieldExists(rows, "RATE"));
 }
 
+TEST(Periods, ArithmeticAndItsRefusals) {
+    struct {
+        const char* period;
+        const char* first;
+        const char* last;
+        const char* before;
+        const char* yearBefore;
+        const char* lenient;  // GetLastPeriod
+    } rows[] = {
+        {"202401", "2024-01-01", "2024-01-31", "202312", "202301", "202312"},
+        {"202402", "2024-02-01", "2024-02-29", "202401", "202302", "202401"},
+        {"202302", "2023-02-01", "2023-02-28", "202301", "202202", "202301"},
+        {"202412", "2024-12-01", "2024-12-31", "202411", "202312", "202411"},
+        {"202313", "2024-01-01", "2024-01-31", "202312", "202301", ""},  // a month too many rolls over
+        {"202300", "2022-12-01", "2022-12-31", "202211", "202112", ""},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(Format(module1::GetPeriodStartDate(row.period), "yyyy-MM-dd"), row.first) << row.period;
+        EXPECT_EQ(Format(module1::GetPeriodEndDate(row.period), "yyyy-MM-dd"), row.last) << row.period;
+        EXPECT_EQ(module1::GetPreviousPeriod(row.period), row.before) << row.period;
+        EXPECT_EQ(module1::GetLastYearPeriod(row.period), row.yearBefore) << row.period;
+        EXPECT_EQ(module1::GetLastPeriod(row.period), row.lenient) << row.period;
+    }
+    using Routine = void (*)(const char*);
+    const Routine routines[] = {
+        [](const char* text) { module1::GetPeriodStartDate(text); },
+        [](const char* text) { module1::GetPeriodEndDate(text); },
+        [](const char* text) { module1::GetPreviousPeriod(text); },
+        [](const char* text) { module1::GetLastYearPeriod(text); },
+    };
+    for (const char* bad : {"abcd", "20240", "2024011", "", "2024o1"}) {
+        EXPECT_EQ(module1::GetLastPeriod(bad), "") << bad;
+        for (const Routine& routine : routines) {
+            try {
+                routine(bad);
+                ADD_FAILURE() << bad;
+            } catch (const Error& failure) {
+                EXPECT_EQ(failure.number, static_cast<long>(0x80040000));
+                EXPECT_EQ(failure.source, "Korvane");
+                EXPECT_EQ(failure.description, "Period «" + std::string(bad) + "» is not valid.");
+            }
+        }
+    }
+}
+
 // a failure three calls deep lists its path, innermost first, each with the line of its own call
 TEST(ErrorPath, ListsTheCallsInnermostFirst) {
     unsigned outerLine = 0;

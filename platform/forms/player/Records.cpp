@@ -5,6 +5,7 @@
 
 #include "platform/base/Error.h"
 #include "platform/base/Paths.h"
+#include "platform/base/Text.h"
 #include "platform/forms/Dialogs.h"
 #include "platform/forms/player/Performance.h"
 
@@ -72,6 +73,13 @@ void saveReport(Performance& show, const PlayLine& line) {
     if (!fileExists(path)) throw Failure("expected the file " + path + ", found none written");
 }
 
+/// A file for the program to read, its lines ended as spreadsheets end them.
+void writeFile(Performance& show, const PlayLine& line) {
+    line.atMost(3);
+    writeTextFile(show.outPath(line.text(1, "the name of a file")),
+                  replaceAll(line.text(2, "the text of the file"), "\n", "\r\n"));
+}
+
 void setClipboardText(Performance&, const PlayLine& line) {
     line.atMost(2);
     setClipboard(line.text(1, "the text"));
@@ -91,7 +99,7 @@ void controls(Performance& show, const PlayLine& line) {
 
 constexpr CommandEntry kCommands[] = {
     {"sql", sql},           {"forget", forget}, {"save report", saveReport}, {"clipboard", setClipboardText},
-    {"controls", controls}, {"shot", shot},     {"expect", expect},
+    {"controls", controls}, {"shot", shot},     {"expect", expect},          {"file", writeFile},
 };
 
 }  // namespace
