@@ -42,6 +42,7 @@ frmBuildAcct::frmBuildAcct(Session& session) : Form("frmBuildAcct", "Chart of Ac
         handled = key == "Down";
         if (handled) lvwChart.setFocus();
     };
+    lblHint.look(Label::Look::Hint);
     lblCount.look(Label::Look::Hint);
     lvwChart.rows(18);
     lvwChart.setDragging(true);
@@ -78,7 +79,8 @@ void frmBuildAcct::lay() {
               {mnuNewGroup, mnuNewAccount, nullptr, mnuEditGroup, mnuMove, nullptr, mnuClassification, mnuSearch,
                mnuImport, nullptr, mnuClose}},
              {"&Print", {mnuPrint, mnuPrintIncome, mnuPrintList}}});
-    setLayout(column({expand(split(tvwChart, column({row({expand(txtSearch), lblCount}), expand(lvwChart)}))),
+    setLayout(column({expand(split(column({expand(tvwChart), lblHint}),
+                                   column({row({expand(txtSearch), lblCount}), expand(lvwChart)}))),
                       row({cmdAccount, cmdOpen, stretch(), cmdOption0})}));
     setIcon("view-list-tree");
     setSize(1080, 680);

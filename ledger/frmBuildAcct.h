@@ -14,6 +14,7 @@ public:
     explicit frmBuildAcct(Session& session);
 
     TreeView tvwChart{*this, "tvwChart"};
+    Label lblHint{*this, "lblHint", "Drag an account onto a group to move it, or press Ctrl+M."};
     TextBox txtSearch{*this, "txtSearch"};
     Label lblCount{*this, "lblCount"};
     ListView lvwChart{*this, "lvwChart"};

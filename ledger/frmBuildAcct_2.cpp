@@ -92,7 +92,7 @@ frmBuildAcct_2::frmBuildAcct_2(Session& session)
     std::vector<FieldRow> rows;
     for (const auto& one : inputs_) rows.push_back(one->row());
     rows.emplace_back("Use:", std::initializer_list<Layout>{optPosting, optReportingOnly, stretch()});
-    setLayout(column({fields(rows), row({cmdDelete, stretch(), cmdOpt_0, cmdOpt_1})}));
+    setLayout(column({fields(rows), stretch(), row({cmdDelete, stretch(), cmdOpt_0, cmdOpt_1})}));
     setIcon("view-list-tree");
     setSize(720, 460);
     Add({});
