@@ -55,7 +55,7 @@ void registerScreens(Screens& screens) {
     screens.add({"frmBuildAcctClass", "ledger", "Account Classification",
                  "File Maintenance > Chart of Accounts > Classification", "", master<classificationFile>});
     screens.add({"frmBuildAcct_2", "ledger", "GL Accounts", "File Maintenance > Chart of Accounts > New Account", "COA",
-                 make<frmBuildAcct_2>});
+                 make<frmBuildAcct_2>, OpenAccountDocument});
     screens.add(
         {"frmBuildCstCtr", "ledger", "Cost Centers", "File Maintenance > Cost Centers", "CC", master<costCenterFile>});
     screens.add(

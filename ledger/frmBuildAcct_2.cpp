@@ -259,4 +259,9 @@ void frmBuildAcct_2::cmdDelete_Click() {
     Unload();
 }
 
+void OpenAccountDocument(Session& session, std::string_view key) {
+    frmBuildAcct_2 editor(session);
+    if (editor.Edit(key)) editor.ShowModal();
+}
+
 }  // namespace kv

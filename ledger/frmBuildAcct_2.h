@@ -55,4 +55,7 @@ private:
     bool leaving_ = false;
 };
 
+/// Opens an account from a search, a report's figure or a check, by its code.
+void OpenAccountDocument(Session& session, std::string_view key);
+
 }  // namespace kv
