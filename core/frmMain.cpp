@@ -273,10 +273,8 @@ void frmMain::Form_QueryUnload(bool& Cancel) {
     Cancel = !exitConfirmed_;
 }
 
-void frmMain::MDIForm_Unload() {
-    session_.screens.unloadAll();
-    session_.cn().close();
-}
+/// The other windows have gone before the shell goes.
+void frmMain::MDIForm_Unload() { session_.cn().close(); }
 
 CommandButton& frmMain::button(std::string_view name) const { return dynamic_cast<CommandButton&>(*control(name)); }
 

@@ -244,6 +244,14 @@ std::string Parser::pinnedText() {
     return node->text;
 }
 
+std::string Parser::textAsName() {
+    constexpr std::size_t kNameMax = 128;
+    const int line = static_cast<int>(here().line);
+    std::string name = pinnedText();
+    if (charCount(name) > kNameMax) throw sqlErrorAt(line, 103, {midChars(name, 0, kNameMax)});
+    return name;
+}
+
 std::int64_t Parser::wholeNumber() {
     const bool negative = takeSymbol('-');
     if (!negative) takeSymbol('+');

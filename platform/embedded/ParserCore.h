@@ -69,6 +69,7 @@ private:
     std::unique_ptr<LiteralExpr> literal();
     void pin(LiteralExpr& literal);
     std::string pinnedText();    ///< the text of a literal token that becomes part of the tree
+    std::string textAsName();    ///< a text in the place of a name; raises 103 as a name would
     std::int64_t wholeNumber();  ///< a pinned whole number with an optional sign
 
     // Expressions (ParserExpr.cpp)

@@ -218,7 +218,7 @@ SelectItem Parser::selectItem() {
         return item;
     }
     if ((isName() || isString()) && isSymbol('=', 1)) {
-        item.alias = isString() ? pinnedText() : identifier();
+        item.alias = isString() ? textAsName() : identifier();
         needSymbol('=');
         item.expr = value();
         return item;
@@ -244,7 +244,7 @@ SelectItem Parser::selectItem() {
 void Parser::itemAlias(SelectItem& item) {
     const bool announced = take("AS");
     if (isString()) {
-        item.alias = pinnedText();
+        item.alias = textAsName();
     } else if (isName()) {
         item.alias = identifier();
     } else if (announced) {

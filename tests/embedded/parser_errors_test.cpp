@@ -97,7 +97,7 @@ TEST(ParserErrors, NamesHave128CharactersAtMost) {
     const std::string most(128, 'n');
     for (const std::string& name : {most, "[" + most + "]", "\"" + most + "\"", "[" + most.substr(1) + "]]]"})
         EXPECT_NO_THROW(parseBatch("select 1 as " + name)) << name;
-    for (const std::string& name : {most + "n", "[" + most + "n]", "[" + most + "]]]"}) {
+    for (const std::string& name : {most + "n", "[" + most + "n]", "[" + most + "]]]", "'" + most + "n'"}) {
         try {
             parseBatch("select 1 as " + name);
             ADD_FAILURE() << name;
