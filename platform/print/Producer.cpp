@@ -6,6 +6,7 @@ namespace kv {
 namespace {
 
 constexpr std::size_t kSubreportRowsMost = 100'000;
+constexpr long kErrSubreport = 1004;
 
 double heightOf(const std::vector<PageBlock>& blocks) {
     double sum = 0;
@@ -268,7 +269,10 @@ void Producer::layRow(std::size_t row) {
 void Producer::subreport(const BandItem& item, std::size_t row) {
     if (!subreportRows_) return;
     const auto rows = subreportRows_(item, context(row), *data_);
-    if (!rows || rows->rowCount() > kSubreportRowsMost) return;
+    if (!rows) return;
+    if (rows->rowCount() > kSubreportRowsMost) {
+        throw Error(kErrSubreport, "Report", "The sub-report '" + item.subreport + "' has more than 100,000 rows");
+    }
     const double width = item.width.value_or(data_->report().page.columnWidth() - item.x);
     Producer inner(rows, flow_, document_, measure_, subreportRows_, x_ + item.x, width, false);
     inner.facts = facts;

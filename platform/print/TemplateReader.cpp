@@ -56,12 +56,23 @@ public:
         if (parent != nullptr) out_.formulas = parent->formulas;
     }
 
+    /// Names of fields are judged where the sources say what there is; what else is wrong does not keep them from it.
+    void checkFields(const Template& read) {
+        if (!sourcesSound_) return;
+        std::vector<std::vector<Field>> fields;
+        for (const SourceDef& source : read.sources) fields.push_back(source.fields);
+        const std::vector<Mistake> names = checkTemplate(read, fields);
+        mistakes_.insert(mistakes_.end(), names.begin(), names.end());
+    }
+
     Template read() {
         out_.title = in_.text("title", out_.title);
         page(in_.node("page"));
         for (const TextNode* node : in_.list("parameter")) parameter(*node);
+        const std::size_t before = mistakes_.size();
         for (const TextNode* node : in_.list("source")) source(*node);
         if (out_.sources.empty()) in_.mistake(in_.place(), "the template has no [source]");
+        sourcesSound_ = mistakes_.size() == before;
         formulas(in_.node("formula"));
         out_.where = in_.expression("where");
         sort();
@@ -257,7 +268,9 @@ private:
                         std::make_shared<Template>(readFile(buildPath(out_.folder, file->text), depth_ + 1));
                 } else {
                     Reader own(member.value, out_.file, out_.folder, mistakes_, depth_ + 1, &out_);
-                    out_.subreports[member.key] = std::make_shared<Template>(own.read());
+                    const auto sub = std::make_shared<Template>(own.read());
+                    own.checkFields(*sub);
+                    out_.subreports[member.key] = sub;
                 }
             } catch (const TemplateError& e) {
                 mistakes_.insert(mistakes_.end(), e.mistakes.begin(), e.mistakes.end());
@@ -345,17 +358,15 @@ private:
     TableReader in_;
     std::vector<Mistake>& mistakes_;
     int depth_;
+    bool sourcesSound_ = false;
     Template out_;
 };
 
 Template checked(const TextNode& root, const std::string& file, const std::string& folder, int depth) {
     std::vector<Mistake> mistakes;
-    Template out = Reader(root, file, folder, mistakes, depth).read();
-    if (mistakes.empty()) {
-        std::vector<std::vector<Field>> fields;
-        for (const SourceDef& source : out.sources) fields.push_back(source.fields);
-        mistakes = checkTemplate(out, fields);
-    }
+    Reader reader(root, file, folder, mistakes, depth);
+    Template out = reader.read();
+    reader.checkFields(out);
     sortMistakes(mistakes);
     if (!mistakes.empty()) throw TemplateError(std::move(mistakes));
     return out;

@@ -79,6 +79,18 @@ TEST(Template, NamesAllMistakesInOrder) {
     EXPECT_EQ(found[0].substr(0, 10), "bad.rpt:4:");
     EXPECT_EQ(found[1].substr(0, 10), "bad.rpt:6:");
     EXPECT_EQ(found[2].substr(0, 10), "bad.rpt:9:");
+    // names and keys are told together
+    EXPECT_EQ(mistakesOf(kSource + "[[column]]\nname = \"Cod\"\nstyle = \"fancy\"\nwidth = \"x\"\n").size(), 3U);
+    EXPECT_EQ(mistakesOf(kSource + "[subreport.Lines]\n[subreport.Lines.source]\nstatement = \"x\"\n"
+                                   "columns = [\"No\"]\n[[subreport.Lines.column]]\nname = \"Account\"\n"),
+              std::vector<std::string>{"bad.rpt:8: there is no field 'Account' (in \"[Account]\")"});
+    // an accented letter where a text lost its quotes
+    EXPECT_EQ(mistakesOf("title = PE\xC3\x91"
+                         "A\n" +
+                         kSource)
+                  .size(),
+              1U);
+    EXPECT_EQ(mistakesOf("ti\xC3\x91tle = \"x\"\n" + kSource).size(), 1U);
 }
 
 TEST(Template, MistakesInIncludesNameTheInclude) {

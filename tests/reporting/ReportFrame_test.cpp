@@ -13,6 +13,7 @@
 #include "platform/forms/QuietDialogs.h"
 #include "platform/print/Report.h"
 #include "reporting/ReportExport.h"
+#include "reporting/frmReportViewer.h"
 #include "tests/desk/Desk.h"
 
 namespace fs = std::filesystem;
@@ -257,6 +258,40 @@ TEST_F(Frame, DirectPrintGoesToThePaperAndReleasesTheReport) {
     EXPECT_FALSE(shown);
     EXPECT_EQ(session().CurrentReport, nullptr);
     EXPECT_EQ(takePrinterChoice().copies, 1);  // the next print asks anew
+}
+
+TEST_F(Frame, TheCsvMenuRunsTheStatementBehindTheReport) {
+    const DialogHooks before = dialogHooks();
+    const std::string file = scratchFolder() + "/export.csv";
+    const std::string users = desk().ask("SELECT COUNT(*) AS N FROM PASSWORD.dbo.tbPasswordMain");
+    std::vector<std::string> seen, boxes;
+    dialogHooks().message = [&](const MessageBox& box) {
+        boxes.push_back(box.text);
+        return Answer::Ok;
+    };
+    dialogHooks().file = [&](const std::string&, const std::string& proposed, bool) {
+        seen.push_back(proposed);
+        return std::optional(file);
+    };
+    dialogHooks().modal = [&](Form& form) {
+        auto& viewer = dynamic_cast<frmReportViewer&>(form);
+        seen.push_back(viewer.mnuCSV.visible() ? "csv" : "no csv");
+        viewer.mnuCSV.onClick.callUnguarded();
+        viewer.Unload();
+    };
+    for (const bool fromStatement : {true, false}) {
+        module1::OpenMainReport1(session(), "PASSWORD", path(), {1, 1, 1, "t"});
+        module1::OpenSubReport(session(), "Documents", {1, "x"});
+        module1::ShowReportViewer(session(), {.ReportCaption = "Users",
+                                              .ExportFileReport = fromStatement,
+                                              .ExportQuery = "SELECT 'a \"b\"' AS Name, 1 AS N FROM SYS"});
+        EXPECT_EQ(readTextFile(file),
+                  fromStatement ? "\"Name\",\"N\"\r\n\"a b\",1\r\n\"a b\",1\r\n" : "N\r\n" + users + "\r\n");
+        EXPECT_EQ(session().CurrentReport, nullptr);
+    }
+    dialogHooks() = before;
+    EXPECT_EQ(seen, (std::vector<std::string>{"csv", "Users.csv", "no csv", "Users.csv"}));
+    EXPECT_EQ(boxes, std::vector<std::string>{"File saved as " + file + "."});
 }
 
 TEST(ExportText, QuotesCharacterFieldsAndRepeatsTheLastRow) {
