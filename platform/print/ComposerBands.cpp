@@ -95,7 +95,7 @@ void Composer::shapeItem(PageBlock& block, const BandItem& item, const RowContex
     } else if (item.kind == BandItem::Kind::Image) {
         const std::string name = item.value.evaluate(context).text();
         if (name.empty()) return;
-        const std::string path = name[0] == '/' ? name : buildPath(data_->report().folder, name);
+        const std::string path = pathFromTemplate(data_->report().folder, name);
         block.content.pictures.push_back(
             {x, top, static_cast<float>(*item.width), static_cast<float>(*item.height), path, band});
     } else if (item.kind == BandItem::Kind::Barcode) {

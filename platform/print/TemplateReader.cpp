@@ -265,7 +265,7 @@ private:
             try {
                 if (file != nullptr) {
                     out_.subreports[member.key] =
-                        std::make_shared<Template>(readFile(buildPath(out_.folder, file->text), depth_ + 1));
+                        std::make_shared<Template>(readFile(pathFromTemplate(out_.folder, file->text), depth_ + 1));
                 } else {
                     Reader own(member.value, out_.file, out_.folder, mistakes_, depth_ + 1, &out_);
                     const auto sub = std::make_shared<Template>(own.read());

@@ -125,7 +125,7 @@ TextNode readWithIncludes(std::string_view text, const std::string& file, const 
     merged.kind = TextNode::Kind::Table;
     for (const TextNode& name : list.items) {
         if (name.kind != TextNode::Kind::Text) fail(file, name.place.line, "'include' is a list of file names");
-        const std::string path = buildPath(folder, name.text);
+        const std::string path = pathFromTemplate(folder, name.text);
         if (!fileExists(path)) fail(file, name.place.line, "the included file '" + name.text + "' does not exist");
         const std::string below = path.substr(0, path.size() - fileNameOf(path).size());
         mergeInto(merged, readWithIncludes(readTextFile(path), fileNameOf(path), below, depth + 1));
@@ -179,6 +179,14 @@ std::string_view TextNode::kindName(Kind kind) {
             return "a date";
     }
     return "";
+}
+
+std::string pathFromTemplate(const std::string& folder, const std::string& name) {
+    if (name.starts_with('/')) return name;
+    const std::string beside = buildPath(folder, name);
+    if (fileExists(beside)) return beside;
+    const std::string common = buildPath(buildPath(folder, "../Reports"), name);
+    return fileExists(common) ? common : beside;
 }
 
 TextNode readTemplateText(std::string_view text, const std::string& fileName, const std::string& folder) {

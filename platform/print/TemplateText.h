@@ -59,8 +59,12 @@ struct TextNode::Member {
     TextNode value;
 };
 
-/// Reads a template file with what it includes. `include = ["common/page.toml"]` names files relative to the including
-/// file; tables are merged key by key, anything else in the including file replaces what the include brought.
+/// Where a file that a template names is: beside the template, else in the folder Reports next to the template's own, so
+/// that a copy of a common template works unchanged in a client's folder. It need not exist.
+std::string pathFromTemplate(const std::string& folder, const std::string& name);
+
+/// Reads a template file with what it includes. `include = ["common/page.toml"]` names files as pathFromTemplate finds
+/// them; tables are merged key by key, anything else in the including file replaces what the include brought.
 /// Raises 53 when the file itself is missing, TemplateError for what is wrong in the text.
 TextNode readTemplateFile(const std::string& path);
 /// The same from a text, with the folder against which includes are looked up.

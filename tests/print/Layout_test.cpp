@@ -1,5 +1,6 @@
 // Pages as lists of what stands where, one small data set for each kind of template.
-// KV_GOLDEN=write writes the lists anew; look at the pages before you commit them.
+// KV_GOLDEN=write writes the lists anew; look at the pages before you commit them. KV_PICTURES=FOLDER writes a picture
+// of each first page there, as docs/pictures has them.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -11,8 +12,18 @@
 namespace kv {
 namespace {
 
+void savePicture(const Report& report, const std::string& name) {
+    const char* folder = std::getenv("KV_PICTURES");
+    if (folder == nullptr) return;
+    Document first = report.document();
+    first.pages.resize(1);
+    constexpr double kDotsPerInch = 96;
+    writePng(first, buildPath(folder, name), kDotsPerInch);
+}
+
 void expectPages(Report& report, const std::string& name) {
     report.layout();
+    savePicture(report, name);
     const std::string list = pageList(report.document());
     const std::string path = "tests/print/golden/" + name + ".txt";
     if (const char* mode = std::getenv("KV_GOLDEN"); mode != nullptr && std::string(mode) == "write") {

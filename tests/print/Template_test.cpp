@@ -116,7 +116,23 @@ TEST(Template, MistakesInIncludesNameTheInclude) {
     std::filesystem::remove_all(folder);
 }
 
-/// The walk-through of the page for administrators works as it is written.
+/// A copy of a common template works in a client's folder as it stands, and takes parts of that folder's own first.
+TEST(Template, ACopyInTheClientsFolderLoads) {
+    const std::string home = std::filesystem::temp_directory_path() / "kv_client_test/";
+    std::filesystem::create_directories(home + "Reports/common");
+    std::filesystem::create_directories(home + "Reports_DEMO/common");
+    writeTextFile(home + "Reports/common/page.toml", "[page]\nsize = \"A5\"\n");
+    writeTextFile(home + "Reports/common/head.toml", "[formula]\nhead = \"'common'\"\n");
+    writeTextFile(home + "Reports_DEMO/common/head.toml", "[formula]\nhead = \"'own'\"\n");
+    const std::string text = "include = [\"common/page.toml\", \"common/head.toml\"]\n" + kSource;
+    writeTextFile(home + "Reports_DEMO/A.rpt", text);
+    const Template report = readTemplate(home + "Reports_DEMO/A.rpt");
+    EXPECT_EQ(report.page.width, 148);
+    EXPECT_EQ(report.formulas.at("head").text(), "'own'");
+    std::filesystem::remove_all(home);
+}
+
+/// The walk-through of the page for administrators works as it is written, and says the mistakes as they come.
 TEST(Template, TheWalkThroughLoads) {
     const std::string page = readTextFile("docs/report-templates.md");
     std::string text;
@@ -127,9 +143,20 @@ TEST(Template, TheWalkThroughLoads) {
         text += page.substr(at, end - at);
         at = end + 3;
     }
-    const Template report = readTemplate(readTemplateText(text, "ChartList.rpt", "docs/"), "ChartList.rpt", "docs/");
+    const auto read = [](const std::string& chart) {
+        return readTemplate(readTemplateText(chart, "ChartList.rpt", "docs/"), "ChartList.rpt", "docs/");
+    };
+    const Template report = read(text);
     EXPECT_EQ(report.columns.size(), 2U);
     EXPECT_EQ(report.groups.size(), 1U);
+    text.replace(text.find("name = \"Code\""), 13, "name = \"Cod\"");
+    text.replace(text.find("style = \"group\""), 15, "style = \"grup\"");
+    try {
+        (void)read(text);
+        ADD_FAILURE() << "was taken";
+    } catch (const TemplateError& e) {
+        EXPECT_NE(page.find("```\n" + e.description + "\n```"), std::string::npos) << e.description;
+    }
     // and names every function there is
     for (const ExprFunction& f : expressionFunctions()) {
         EXPECT_NE(page.find("| `" + std::string(f.name) + "("), std::string::npos) << f.name;

@@ -124,6 +124,10 @@ void write(kv::Report& report, const std::map<std::string, std::string>& outputs
 int run(const Options& options) {
     const auto report = kv::Report::load(options.templates[0]);
     for (const auto& [name, value] : options.values) report->setValue(name, kv::Value(value));
+    for (std::size_t i = 0; i < report->parameters().size(); ++i) {
+        const std::optional<kv::Value>& sample = report->parameters()[i].sample;
+        if (!report->hasValue(i) && sample) report->setValue(i, *sample);
+    }
     report->setDescription("Print date: " + kv::defaultText(kv::Now()));
     const auto connection = open(options);
     report->run(*connection);
