@@ -59,8 +59,8 @@ struct TextNode::Member {
     TextNode value;
 };
 
-/// Where a file that a template names is: beside the template, else in the folder Reports next to the template's own, so
-/// that a copy of a common template works unchanged in a client's folder. It need not exist.
+/// Where a file that a template names is: beside the template, else in the folder Reports next to the template's own,
+/// so that a copy of a common template works unchanged in a client's folder. It need not exist.
 std::string pathFromTemplate(const std::string& folder, const std::string& name);
 
 /// Reads a template file with what it includes. `include = ["common/page.toml"]` names files as pathFromTemplate finds
