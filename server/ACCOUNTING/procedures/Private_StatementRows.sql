@@ -1,10 +1,11 @@
--- Purpose: Turns the lines of a statement into its rows: headings, lines, totals of groups and sections, results.
+-- Purpose: Turns the lines of a statement into its rows: lines, totals of groups and sections, results. The template prints the headings.
 -- Called by: sp_Report_IncomeStatement, sp_Report_BalanceSheet, with their lines in #Line (Division, DivisionName, Dept, DeptName, Section,
 --   SectionTitle, GLGroup, GroupTitle, Code, Title, A1 to A5).
 -- Parameters:
 --   @Detail  "A" for a row an account below its group, "G" for a row a group
--- Returns: Division, DivisionName, Dept, DeptName, Kind (H heading, G group heading, D line, S subtotal, R result, T last total), Level (of indent, from 0),
---   Section, GLGroup, Code, Title, A1 to A5, Base1 and Base4 (what A1 and A4 of the revenue come to, for shares); in the order of print
+-- Returns: Division, DivisionName, Dept, DeptName, Kind (D line, S subtotal, R result, T last total), Level (of indent, from 0), Section,
+--   SectionTitle (empty of a result that stands by itself), GLGroup, GroupTitle (empty unless by accounts), Code, Title, A1 to A5, Base1
+--   and Base4 (what A1 and A4 of the revenue come to, for shares); in the order of print
 CREATE OR ALTER PROCEDURE dbo.Private_StatementRows
     @Detail varchar(1)
 AS
@@ -26,49 +27,42 @@ BEGIN
     WITH Line AS (
         SELECT
             L.Division, L.DivisionName, L.Dept, L.DeptName, L.Section, L.SectionTitle, L.GLGroup, L.GroupTitle,
-            CASE WHEN @Detail = 'G' THEN L.GLGroup ELSE L.Code END AS Code, CASE WHEN @Detail = 'G' THEN L.GroupTitle ELSE L.Title END AS Title,
+            CASE WHEN @Detail = 'G' THEN L.GLGroup ELSE L.Code END AS Code,
+            CASE WHEN @Detail = 'G' THEN L.GroupTitle ELSE L.Title END AS Title,
             L.A1, L.A2, L.A3, L.A4, L.A5
         FROM #Line AS L
     ),
 
     Printed AS (
         SELECT
-            L.Division, L.DivisionName, L.Dept, L.DeptName, L.Section, 0 AS Step, '' AS GLGroup, 0 AS Part, '' AS Code, 'H' AS Kind, 0 AS Level,
-            L.SectionTitle AS Title, 0 AS A1, 0 AS A2, 0 AS A3, 0 AS A4, 0 AS A5
-        FROM Line AS L
-        GROUP BY L.Division, L.DivisionName, L.Dept, L.DeptName, L.Section, L.SectionTitle
-        UNION ALL
-        SELECT
-            L.Division, L.DivisionName, L.Dept, L.DeptName, L.Section, 1 AS Step, L.GLGroup, 0 AS Part, '' AS Code, 'G' AS Kind, 1 AS Level,
-            L.GroupTitle AS Title, 0 AS A1, 0 AS A2, 0 AS A3, 0 AS A4, 0 AS A5
-        FROM Line AS L
-        WHERE @Detail = 'A'
-        GROUP BY L.Division, L.DivisionName, L.Dept, L.DeptName, L.Section, L.GLGroup, L.GroupTitle
-        UNION ALL
-        SELECT
-            L.Division, L.DivisionName, L.Dept, L.DeptName, L.Section, 1 AS Step, L.GLGroup, 1 AS Part, L.Code, 'D' AS Kind,
+            L.Division, L.DivisionName, L.Dept, L.DeptName, L.Section, L.SectionTitle, 1 AS Step, L.GLGroup,
+            CASE WHEN @Detail = 'A' THEN L.GroupTitle ELSE '' END AS GroupTitle, 1 AS Part, L.Code, 'D' AS Kind,
             CASE WHEN @Detail = 'A' THEN 2 ELSE 1 END AS Level, L.Title,
             SUM(L.A1) AS A1, SUM(L.A2) AS A2, SUM(L.A3) AS A3, SUM(L.A4) AS A4, SUM(L.A5) AS A5
         FROM Line AS L
-        GROUP BY L.Division, L.DivisionName, L.Dept, L.DeptName, L.Section, L.GLGroup, L.Code, L.Title
+        GROUP BY L.Division, L.DivisionName, L.Dept, L.DeptName, L.Section, L.SectionTitle, L.GLGroup, L.GroupTitle, L.Code, L.Title
         UNION ALL
         SELECT
-            L.Division, L.DivisionName, L.Dept, L.DeptName, L.Section, 1 AS Step, L.GLGroup, 2 AS Part, '' AS Code, 'S' AS Kind, 1 AS Level,
+            L.Division, L.DivisionName, L.Dept, L.DeptName, L.Section, L.SectionTitle, 1 AS Step, L.GLGroup, L.GroupTitle,
+            2 AS Part, '' AS Code, 'S' AS Kind, 1 AS Level,
             'TOTAL ' + L.GroupTitle AS Title, SUM(L.A1) AS A1, SUM(L.A2) AS A2, SUM(L.A3) AS A3, SUM(L.A4) AS A4, SUM(L.A5) AS A5
         FROM Line AS L
         WHERE @Detail = 'A'
-        GROUP BY L.Division, L.DivisionName, L.Dept, L.DeptName, L.Section, L.GLGroup, L.GroupTitle
+        GROUP BY L.Division, L.DivisionName, L.Dept, L.DeptName, L.Section, L.SectionTitle, L.GLGroup, L.GroupTitle
         HAVING COUNT(*) > 1
         UNION ALL
         SELECT
-            L.Division, L.DivisionName, L.Dept, L.DeptName, L.Section, 8 AS Step, '' AS GLGroup, 0 AS Part, '' AS Code, 'S' AS Kind, 0 AS Level,
+            L.Division, L.DivisionName, L.Dept, L.DeptName, L.Section, L.SectionTitle, 8 AS Step, '' AS GLGroup,
+            '' AS GroupTitle, 0 AS Part, '' AS Code, 'S' AS Kind, 0 AS Level,
             'TOTAL ' + L.SectionTitle AS Title, SUM(L.A1) AS A1, SUM(L.A2) AS A2, SUM(L.A3) AS A3, SUM(L.A4) AS A4, SUM(L.A5) AS A5
         FROM Line AS L
         GROUP BY L.Division, L.DivisionName, L.Dept, L.DeptName, L.Section, L.SectionTitle
         UNION ALL
         SELECT
-            L.Division, L.DivisionName, L.Dept, L.DeptName, R.LastSection AS Section, 9 AS Step, '' AS GLGroup, 0 AS Part, '' AS Code, R.Kind,
-            0 AS Level, R.Title,
+            L.Division, L.DivisionName, L.Dept, L.DeptName, R.LastSection AS Section,
+            MAX(CASE WHEN L.Section = R.LastSection THEN L.SectionTitle ELSE '' END) AS SectionTitle,
+            9 AS Step, '' AS GLGroup, '' AS GroupTitle,
+            0 AS Part, '' AS Code, R.Kind, 0 AS Level, R.Title,
             SUM(CASE WHEN L.Section IN (51, 61, 71, 91, 95) THEN -L.A1 ELSE L.A1 END) AS A1,
             SUM(CASE WHEN L.Section IN (51, 61, 71, 91, 95) THEN -L.A2 ELSE L.A2 END) AS A2,
             SUM(CASE WHEN L.Section IN (51, 61, 71, 91, 95) THEN -L.A3 ELSE L.A3 END) AS A3,
@@ -89,7 +83,8 @@ BEGIN
     )
 
     SELECT
-        P.Division, P.DivisionName, P.Dept, P.DeptName, P.Kind, P.Level, P.Section, P.GLGroup, P.Code, P.Title,
+        P.Division, P.DivisionName, P.Dept, P.DeptName, P.Kind, P.Level, P.Section, P.SectionTitle, P.GLGroup, P.GroupTitle,
+        P.Code, P.Title,
         P.A1, P.A2, P.A3, P.A4, P.A5, B.Base1, B.Base4
     FROM Printed AS P
     INNER JOIN Base AS B ON B.Division = P.Division AND B.Dept = P.Dept

@@ -39,6 +39,7 @@ BEGIN
             WHERE P.Period = @Period1 AND (@Code = '' OR P.Code = @Code)
         ) AS B
         GROUP BY B.Code, B.Dept
+        HAVING SUM(B.Beginning) <> 0 OR (@Dept = '' AND @Division = '')
         UNION ALL
         SELECT
             G.Code, 1 AS Kind, G.Period, G.BatchDate, G.BatchType, G.Batch, G.Dept, ISNULL(G.Description, '') AS Description,

@@ -23,7 +23,7 @@ BEGIN
     UPDATE @At SET YearFrom = dbo.fn_FirstPeriodOf(dbo.fn_YearOf(Period));
 
     CREATE TABLE #Line (
-        Division varchar(10) NOT NULL, DivisionName varchar(100) NOT NULL, Dept varchar(10) NOT NULL, DeptName varchar(100) NOT NULL,
+        Division varchar(10) NOT NULL, DivisionName varchar(120) NOT NULL, Dept varchar(10) NOT NULL, DeptName varchar(120) NOT NULL,
         Section int NOT NULL, SectionTitle varchar(60) NOT NULL, GLGroup varchar(10) NOT NULL, GroupTitle varchar(100) NOT NULL,
         Code varchar(15) NOT NULL, Title varchar(100) NOT NULL, A1 money NOT NULL, A2 money NOT NULL, A3 money NOT NULL, A4 money NOT NULL,
         A5 money NOT NULL
@@ -40,7 +40,8 @@ BEGIN
     FROM (
         SELECT
             T.Col, CASE WHEN @Division = '' THEN '' ELSE V.Division END AS Division,
-            CASE WHEN @Division = '' THEN '' ELSE V.DivisionName END AS DivisionName, V.Section, V.SectionTitle, V.GLGroup, V.GroupTitle,
+            CASE WHEN @Division = '' THEN '' WHEN V.Division = '' THEN 'No division' ELSE V.Division + '   ' + V.DivisionName END AS DivisionName,
+            V.Section, V.SectionTitle, V.GLGroup, V.GroupTitle,
             V.Code, V.Title, V.Sign * V.Ending AS Amount
         FROM @At AS T
         INNER JOIN dbo.vwFigure AS V ON V.Period = T.Period
@@ -48,8 +49,10 @@ BEGIN
         UNION ALL
         SELECT
             T.Col, CASE WHEN @Division = '' THEN '' ELSE V.Division END AS Division,
-            CASE WHEN @Division = '' THEN '' ELSE V.DivisionName END AS DivisionName, 31 AS Section, 'EQUITY' AS SectionTitle,
-            'RESULT' AS GLGroup, 'NET INCOME FOR THE YEAR TO DATE' AS GroupTitle, 'RESULT' AS Code, 'NET INCOME FOR THE YEAR TO DATE' AS Title,
+            CASE WHEN @Division = '' THEN '' WHEN V.Division = '' THEN 'No division' ELSE V.Division + '   ' + V.DivisionName END AS DivisionName,
+            31 AS Section, 'EQUITY' AS SectionTitle,
+            'RESULT' AS GLGroup, 'NET INCOME FOR THE YEAR TO DATE' AS GroupTitle,
+            'RESULT' AS Code, 'NET INCOME FOR THE YEAR TO DATE' AS Title,
             V.Credit - V.Debit AS Amount
         FROM @At AS T
         INNER JOIN dbo.vwFigure AS V ON V.Period BETWEEN T.YearFrom AND T.Period
@@ -57,7 +60,8 @@ BEGIN
         UNION ALL
         SELECT
             T.Col, CASE WHEN @Division = '' THEN '' ELSE V.Division END AS Division,
-            CASE WHEN @Division = '' THEN '' ELSE V.DivisionName END AS DivisionName, 31 AS Section, 'EQUITY' AS SectionTitle,
+            CASE WHEN @Division = '' THEN '' WHEN V.Division = '' THEN 'No division' ELSE V.Division + '   ' + V.DivisionName END AS DivisionName,
+            31 AS Section, 'EQUITY' AS SectionTitle,
             'PRIOR' AS GLGroup, 'RESULTS OF EARLIER YEARS' AS GroupTitle, 'PRIOR' AS Code, 'RESULTS OF EARLIER YEARS' AS Title,
             CASE WHEN V.Period = T.Period THEN -V.Ending ELSE 0 END + V.Debit - V.Credit AS Amount
         FROM @At AS T
@@ -65,8 +69,11 @@ BEGIN
         WHERE V.Section > 40 AND (@Division IN ('', '*') OR V.Division = @Division)
         UNION ALL
         SELECT
-            T.Col, V.Division, V.DivisionName, 32 AS Section, 'OTHER DIVISIONS' AS SectionTitle, 'INTER' AS GLGroup,
-            'DUE TO (FROM) OTHER DIVISIONS' AS GroupTitle, 'INTER' AS Code, 'DUE TO (FROM) OTHER DIVISIONS' AS Title, V.Ending AS Amount
+            T.Col, V.Division,
+            CASE WHEN V.Division = '' THEN 'No division' ELSE V.Division + '   ' + V.DivisionName END AS DivisionName,
+            32 AS Section, 'OTHER DIVISIONS' AS SectionTitle, 'INTER' AS GLGroup,
+            'DUE TO (FROM) OTHER DIVISIONS' AS GroupTitle,
+            'INTER' AS Code, 'DUE TO (FROM) OTHER DIVISIONS' AS Title, V.Ending AS Amount
         FROM @At AS T
         INNER JOIN dbo.vwFigure AS V ON V.Period = T.Period
         WHERE @Division <> '' AND (@Division = '*' OR V.Division = @Division)

@@ -3,7 +3,8 @@
 -- Parameters:
 --   @Period1  yyyyMM, the first month
 --   @Period2  yyyyMM, the last month; it must be prepared
--- Returns: Period, Position (of the month in the range, from 1), Kind (1 beginning, 2 receipts, 3 disbursements), KindTitle, Book, BookTitle,
+-- Returns: Period, Position (of the month in the range, from 1), Kind (1 beginning, 2 receipts, 3 disbursements), KindTitle, Book,
+--   BookTitle,
 --   Code, Title, Amount (disbursements below zero), Receipts, Disbursements, Beginning (each above zero where it is in its usual
 --   sense); by account, kind, book, month
 -- Errors: 50006 no period, 50030 not prepared
@@ -24,7 +25,8 @@ BEGIN
             WHEN 'AP' THEN 'Accounts payable book' WHEN 'CD' THEN 'Cash disbursements book' ELSE 'Journal vouchers book'
         END AS BookTitle,
         F.Code, K.Title, SUM(F.Amount) AS Amount, SUM(CASE WHEN F.Kind = 2 THEN F.Amount ELSE 0 END) AS Receipts,
-        SUM(CASE WHEN F.Kind = 3 THEN -F.Amount ELSE 0 END) AS Disbursements, SUM(CASE WHEN F.Kind = 1 THEN F.Amount ELSE 0 END) AS Beginning
+        SUM(CASE WHEN F.Kind = 3 THEN -F.Amount ELSE 0 END) AS Disbursements,
+        SUM(CASE WHEN F.Kind = 1 THEN F.Amount ELSE 0 END) AS Beginning
     FROM (
         SELECT P.Period, 1 AS Kind, '' AS Book, P.Code, P.Beginning AS Amount
         FROM dbo.PeriodBalance AS P

@@ -3,7 +3,8 @@
 -- Parameters:
 --   @Date1  first day
 --   @Date2  last day
--- Returns: Code, Title (of the cash account), BatchDate, BatchType, Batch, Payee (of a check voucher), Description, Amount; by account,
+-- Returns: Code, Title (of the cash account), BatchDate, BatchType, Batch, Payee and Description (of a check voucher; else the line's
+--   text), Amount; by account,
 --   day and voucher. Books that are not closed yet are not in the ledger and not here.
 CREATE OR ALTER PROCEDURE dbo.sp_Report_CashPayments
     @Date1 datetime,
@@ -13,8 +14,8 @@ BEGIN
     SET NOCOUNT ON;
 
     SELECT
-        G.Code, K.Title, G.BatchDate, G.BatchType, G.Batch, ISNULL(H.Payee, '') AS Payee, ISNULL(G.Description, '') AS Description,
-        G.Credit AS Amount
+        G.Code, K.Title, G.BatchDate, G.BatchType, G.Batch, ISNULL(H.Payee, '') AS Payee,
+        ISNULL(NULLIF(H.Particular, ''), ISNULL(G.Description, '')) AS Description, G.Credit AS Amount
     FROM dbo.GL AS G
     INNER JOIN dbo.vwCashAccount AS K ON K.Code = G.Code
     LEFT JOIN dbo.CDB AS H ON G.BatchType = 'CD' AND H.CVNo = G.Batch

@@ -9,7 +9,8 @@
 --   @Capital    "Y" adds what was put on non-current asset accounts, as section 95
 --   @Detail     "A" for a row an account, "G" for a row a group
 -- Returns: rows as Private_StatementRows gives them: A1 the month, A2 the month to compare, A3 the month of last year, A4 the year to date,
---   A5 last year to date (income as credits, expense as debits); divisions and cost centres are empty unless asked for. Accounts
+--   A5 last year to date (income as credits, expense as debits); divisions and cost centres are empty unless asked for, their names with
+--   the code before. Accounts
 --   without any figure are left out.
 -- Errors: 50006 no period, 50030 not prepared
 CREATE OR ALTER PROCEDURE dbo.sp_Report_IncomeStatement
@@ -35,7 +36,7 @@ BEGIN
     SET @Oldest = CASE WHEN @Compariod < @LYFrom THEN @Compariod ELSE @LYFrom END;
 
     CREATE TABLE #Line (
-        Division varchar(10) NOT NULL, DivisionName varchar(100) NOT NULL, Dept varchar(10) NOT NULL, DeptName varchar(100) NOT NULL,
+        Division varchar(10) NOT NULL, DivisionName varchar(120) NOT NULL, Dept varchar(10) NOT NULL, DeptName varchar(120) NOT NULL,
         Section int NOT NULL, SectionTitle varchar(60) NOT NULL, GLGroup varchar(10) NOT NULL, GroupTitle varchar(100) NOT NULL,
         Code varchar(15) NOT NULL, Title varchar(100) NOT NULL, A1 money NOT NULL, A2 money NOT NULL, A3 money NOT NULL, A4 money NOT NULL,
         A5 money NOT NULL
@@ -53,9 +54,9 @@ BEGIN
     FROM (
         SELECT
             CASE WHEN @Division = '' THEN '' ELSE V.Division END AS Division,
-            CASE WHEN @Division = '' THEN '' ELSE V.DivisionName END AS DivisionName,
+            CASE WHEN @Division = '' THEN '' WHEN V.Division = '' THEN 'No division' ELSE V.Division + '   ' + V.DivisionName END AS DivisionName,
             CASE WHEN @Dept = '' THEN '' ELSE V.Dept END AS Dept,
-            CASE WHEN @Dept = '' THEN '' ELSE V.DeptName END AS DeptName,
+            CASE WHEN @Dept = '' THEN '' WHEN V.Dept = '' THEN 'Without a department' ELSE V.Dept + '   ' + V.DeptName END AS DeptName,
             CASE WHEN V.Section = 12 THEN 95 ELSE V.Section END AS Section,
             CASE WHEN V.Section = 12 THEN 'CAPITAL EXPENDITURES' ELSE V.SectionTitle END AS SectionTitle,
             V.GLGroup, V.GroupTitle, V.Code, V.Title, V.Period,

@@ -5,7 +5,8 @@
 --   @Period2  yyyyMM, the last month; it must be prepared
 --   @Types    the account types that count, e.g. "IN" or "INEX"; empty takes all
 --   @ByDept   "Y" for a row of each cost centre
--- Returns: Period, Section, SectionTitle, GLGroup, GroupTitle, Code, Title, Type, Dept, DeptName (empty unless asked for), Movement and Ending
+-- Returns: Period, Section, SectionTitle, GLGroup, GroupTitle, Code, Title, Type, Dept, DeptName (empty unless asked for), Movement and
+--   Ending
 --   (debit less credit), Amount (the movement: income as credits, all others as debits); by section, group, account, cost centre, month
 -- Errors: 50006 no period, 50030 not prepared
 CREATE OR ALTER PROCEDURE dbo.sp_Report_MonthlyFigures

@@ -4,8 +4,9 @@
 --   @Date1  first day
 --   @Date2  last day
 -- Returns: Code, Title, Sub (vendor, or cost centre), SubName, Kind (0 balance before, 1 line), BatchDate, BatchType, Batch, Description,
---   Opening (debit less credit), Debit, Credit; in the order of a ledger. Accounts without a vendor or a cost centre on any line are left
---   out. The balance before runs from the last opened year, straight from the ledger, since prepared figures know no vendors.
+--   Opening (debit less credit), Debit, Credit; in the order of a ledger. Cash accounts and accounts without a vendor or a cost centre on
+--   any line are left out. The balance before runs from the last opened year, straight from the ledger, since prepared figures know no
+--   vendors.
 CREATE OR ALTER PROCEDURE dbo.sp_Report_SubsidiaryLedger
     @Date1 datetime,
     @Date2 datetime
@@ -46,6 +47,6 @@ BEGIN
     WHERE L.Code IN (
         SELECT X.Code FROM dbo.GL AS X
         WHERE X.Period BETWEEN @Opened AND @Last AND (ISNULL(X.SubCode, '') <> '' OR X.Dept <> '')
-    )
+    ) AND L.Code NOT IN (SELECT K.Code FROM dbo.vwCashAccount AS K)
     ORDER BY L.Code, L.Sub, L.Kind, L.BatchDate, L.BatchType, L.Batch, L.SeqNo;
 END;

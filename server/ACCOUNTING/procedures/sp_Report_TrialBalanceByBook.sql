@@ -2,7 +2,8 @@
 -- Called by: the trial balance per book.
 -- Parameters:
 --   @Period  yyyyMM
--- Returns: Code, Title, ColNo (order of the columns), ColTitle, Amount (debit less credit); by account and column. The amounts of an account
+-- Returns: Code, Title, ColNo (order of the columns), ColTitle, Amount (debit less credit); by account and column. The amounts of an
+--   account
 --   add up to its ending balance.
 -- Errors: 50006 no period, 50030 not prepared
 CREATE OR ALTER PROCEDURE dbo.sp_Report_TrialBalanceByBook
