@@ -10,12 +10,14 @@
 #include "ledger/BatchDocument.h"
 #include "ledger/MasterFiles.h"
 #include "ledger/Statements.h"
+#include "ledger/frmAPVRange.h"
 #include "ledger/frmBegBalance.h"
 #include "ledger/frmBegBalancePeriod.h"
 #include "ledger/frmBegBalanceYear.h"
 #include "ledger/frmBuildAcct.h"
 #include "ledger/frmBuildAcct_2.h"
 #include "ledger/frmChecklistBatch.h"
+#include "ledger/frmCloseCockpit.h"
 #include "ledger/frmEntPeriod.h"
 #include "ledger/frmGL.h"
 #include "ledger/frmGeneral.h"
@@ -43,6 +45,8 @@ std::unique_ptr<Form> master(Session& session) {
 }  // namespace
 
 void registerScreens(Screens& screens) {
+    screens.add(
+        {"frmAPVRange", "ledger", "Batch Number Range", "Batch Entries > View/Print Batch", "", make<frmAPVRange>});
     screens.add({"frmBegBalance", "ledger", "Beginning Balances", "Balances > Beginning Balances of a Year > Account",
                  "GL", make<frmBegBalance>});
     screens.add({"frmBegBalancePeriod", "ledger", "Beginning Balances of a Period",
@@ -69,6 +73,8 @@ void registerScreens(Screens& screens) {
     screens.add({"frmCenter", "core", "Home", "", "", make<frmCenter>});
     screens.add(
         {"frmChecklistBatch", "ledger", "Post Batches", "Batch Entries > Post Batches", "", make<frmChecklistBatch>});
+    screens.add(
+        {"frmCloseCockpit", "ledger", "Close Cockpit", "General Ledger > Close Cockpit", "GL", make<frmCloseCockpit>});
     screens.add({"frmEntPeriod", "ledger", "Period", "Batch Entries > Close Period", "", make<frmEntPeriod>});
     screens.add({"frmFind", "core", "Find Anything", "File > Find Anything", "", make<frmFind>});
     screens.add(

@@ -1,5 +1,7 @@
 #include "ledger/BatchQueries.h"
 
+#include <algorithm>
+
 #include "platform/data/Statement.h"
 
 namespace kv {
@@ -47,6 +49,12 @@ std::string Query_SetPosted(std::string_view BookCode, std::string_view Batch, s
                         .text(Employee)
                         .text(Batch)
                         .str();
+}
+
+bool numberBefore(std::string_view number, std::string_view other) {
+    const std::size_t width = std::max(number.size(), other.size());
+    return std::string(width - number.size(), '0') + std::string(number) <
+           std::string(width - other.size(), '0') + std::string(other);
 }
 
 std::string batchKey(std::string_view batch) { return "K" + std::string(batch); }

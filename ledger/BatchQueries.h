@@ -15,6 +15,9 @@ std::string Query_SetPosted(std::string_view BookCode, std::string_view Batch, s
 /// The header table of the AR, CR or JV book.
 const char* headerTableOf(std::string_view BookCode);
 
+/// Whether a batch number comes before another one: numbers of unequal length compare filled up from the left.
+bool numberBefore(std::string_view number, std::string_view other);
+
 /// Keys of list rows are "K" and the batch, so that a number can be a key.
 std::string batchKey(std::string_view batch);
 std::string batchOfKey(std::string_view key);

@@ -104,7 +104,14 @@ bool isBookCode(std::string_view book) {
     return std::find(kBooks.begin(), kBooks.end(), book) != kBooks.end();
 }
 
-bool UnPostBook(Session& session, std::string_view Book, std::string_view Period) {
+std::string bookClosedBy(const Session& session, PeriodMode mode) {
+    return mode == PeriodMode::CloseAP       ? "AP"
+           : mode == PeriodMode::CloseCDB    ? "CD"
+           : mode == PeriodMode::ClosePeriod ? session.BookCode()
+                                             : std::string();
+}
+
+bool UnPostBook(Session& session, std::string_view Book, std::string_view Period, std::string_view Reason) {
     if (!Ask("Are you sure you want to open " + std::string(Book) + " Book for month ending " +
                  GetPeriodEndDate(session, Period, "dd MMM yyyy") + "?",
              "Warning", Icon::Exclamation)) {
@@ -112,8 +119,11 @@ bool UnPostBook(Session& session, std::string_view Book, std::string_view Period
     }
     {
         const Hourglass busy;
-        session.cn().Execute(sql("sp_UnpostBook '{}','{}'").text(Book).text(Period));
+        Statement reopen = sql("sp_UnpostBook '{}','{}'").text(Book).text(Period);
+        if (!Reason.empty()) reopen.more(",'{}'").text(Reason);
+        session.cn().Execute(reopen);
     }
+    module1::SaveUserLog(session, "Opened Book : " + std::string(Book) + " | Period : " + std::string(Period));
     MsgBox("The month has been opened.", Icon::Information);
     return true;
 }

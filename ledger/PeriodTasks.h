@@ -40,7 +40,10 @@ bool PostGLPeriod(Session& session, std::string_view Period);
 /// Closes AP or CDB, or brings the beginning balances in.
 bool CloseThrough(Session& session, PeriodMode mode, std::string_view Period);
 bool isBookCode(std::string_view book);
-bool UnPostBook(Session& session, std::string_view Book, std::string_view Period);
+/// Opens a closed month again; the reason goes into the log of closes. False when the user said no.
+bool UnPostBook(Session& session, std::string_view Book, std::string_view Period, std::string_view Reason = {});
+/// The book that a mode closes: AP, CD, or the open one; empty for every other mode.
+std::string bookClosedBy(const Session& session, PeriodMode mode);
 /// Sets the working period of the ledger, AP or CDB.
 void UpdatePrd(Session& session, PeriodMode mode, std::string_view Period);
 void ReportPreparation(Session& session, std::string_view Period);

@@ -1,7 +1,9 @@
 #include "ledger/frmEntPeriod.h"
 
+#include "core/MainMenu.h"
 #include "core/Session.h"
 #include "core/module1.h"
+#include "ledger/ClosePreview.h"
 #include "ledger/ReportDialogs.h"
 #include "ledger/Statements.h"
 #include "platform/base/Text.h"
@@ -18,6 +20,17 @@ constexpr int kEntity_chars = 36;
 frmEntPeriod::frmEntPeriod(Session& session) : Form("frmEntPeriod", "Period"), session_(session) {
     dtpPeriod.setHelp("Month: type 03/2024, or + and - to move by a month.");
     txtEntity.code().width(12);
+    txtReason.maxLength(200);
+    txtReason.setHelp("Why the month is opened again; it is kept in the log of closes.");
+    lblTotals.look(Label::Look::Hint);
+    lblTrouble.setAlert(true);
+    lvwBatches.setColumns(previewColumns());
+    lvwBatches.rows(9);
+    lvwBatches.setHelp("What the close brings into the ledger, first what stands in its way. Enter opens a batch.");
+    lvwBatches.onDblClick = [this](int) { OpenBatch(); };
+    dtpPeriod.onChange = [this] {
+        if (loaded()) ShowPreview();
+    };
     txtEntity.onValidate = [this](bool& cancel) { txtEntity_Validate(cancel); };
     txtEntity.onKeyDown = [this](const std::string& key, bool& handled) {
         handled = key == "F2" && report_;
@@ -48,6 +61,7 @@ bool frmEntPeriod::ShowDialog(int Mode, int SubMode, std::string_view Text, std:
     } else {
         Dress(look->caption, look->entityCaption, look->okCaption);
     }
+    ShowPreview();
     ShowModal();
     Result = txtEntity.text();
     return done_;
@@ -60,15 +74,32 @@ void frmEntPeriod::Dress(const char* caption, const char* entity, const char* ok
     lblEntity.setVisible(report_ && entity);
     txtEntity.setVisible(entity != nullptr);
     txtEntity.setHelp(report_ ? "Code, or the beginning of its name. F2 searches; blank for all." : "");
-    if (!entity) {
-        setLayout(column({fields({{"&Period :", dtpPeriod}}), buttons({cmdOption0, cmdOption1})}));
+    setLayout(column({Fields(entity), buttons({cmdOption0, cmdOption1})}));
+    if (entity) {
+        setFirstFocus(txtEntity);
+    } else {
         setFirstFocus(dtpPeriod);
-        return;
     }
+}
+
+/// The month; with a code for a report, with a reason for a reopening, with what it brings for a close.
+Layout frmEntPeriod::Fields(const char* entity) {
+    const bool closes = !closedBook().empty();
+    const bool reopens = !report_ && mode_ == static_cast<int>(PeriodMode::ReopenBook);
+    txtReason.setVisible(reopens);
+    for (Control* control : std::initializer_list<Control*>{&lvwBatches, &lblTotals, &lblTrouble}) {
+        control->setVisible(closes);
+    }
+    if (closes) {
+        setSize(940, 460);
+        return expand(
+            column({row({fields({{"&Period :", dtpPeriod}}), lblTotals, stretch()}), expand(lvwBatches), lblTrouble}));
+    }
+    if (reopens) return fields({{entity, txtEntity}, {"&Period :", dtpPeriod}, {"&Reason :", txtReason}});
+    if (!entity) return fields({{"&Period :", dtpPeriod}});
     const FieldRow field = report_ ? FieldRow(entity, {txtEntity, cmdEntity, width(Layout(lblEntity), kEntity_chars)})
                                    : FieldRow(entity, txtEntity);
-    setLayout(column({fields({field, {"&Period :", dtpPeriod}}), buttons({cmdOption0, cmdOption1})}));
-    setFirstFocus(txtEntity);
+    return fields({field, {"&Period :", dtpPeriod}});
 }
 
 bool frmEntPeriod::FindEntity(const std::string& typed) {
@@ -77,6 +108,22 @@ bool frmEntPeriod::FindEntity(const std::string& typed) {
     txtEntity.setText(found->code);
     lblEntity.setText(found->name);
     return true;
+}
+
+void frmEntPeriod::ShowPreview() {
+    const std::string book = closedBook();
+    if (book.empty()) return;
+    const ClosePreview preview = readClosePreview(session_.cn(), book, module1::GetPeriod(dtpPeriod.value()));
+    lvwBatches.setItems(previewItems(preview, book));
+    lblTotals.setText(totalsText(preview));
+    lblTrouble.setText(troubleText(preview));
+}
+
+void frmEntPeriod::OpenBatch() {
+    const BookEntry* book = findBook(closedBook());
+    if (!book || lvwBatches.selected() < 0 || !session_.screens.hasDocuments(book->documents)) return;
+    session_.screens.openDocument(session_, book->documents, lvwBatches.selectedKey());
+    ShowPreview();
 }
 
 void frmEntPeriod::txtEntity_Validate(bool& Cancel) {
@@ -116,7 +163,7 @@ bool frmEntPeriod::doTask(PeriodMode mode, const std::string& period) {
         case PeriodMode::PostBegBal:
             return CloseThrough(session_, mode, period);
         case PeriodMode::ReopenBook:
-            return UnPostBook(session_, txtEntity.text(), period);
+            return UnPostBook(session_, txtEntity.text(), period, module1::ATrim(txtReason.text()));
         case PeriodMode::SetGLPeriod:
         case PeriodMode::SetAPPeriod:
         case PeriodMode::SetCDBPeriod:

@@ -4,6 +4,7 @@
 #include "ledger/PeriodTasks.h"
 #include "ledger/StatementTable.h"
 #include "platform/forms/Form.h"
+#include "platform/forms/Lists.h"
 
 namespace kv {
 
@@ -21,6 +22,10 @@ public:
     TextBox txtEntity{*this, "txtEntity"};
     CommandButton cmdEntity{*this, "cmdEntity", "..."};
     Label lblEntity{*this, "lblEntity"};
+    TextBox txtReason{*this, "txtReason"};
+    Label lblTotals{*this, "lblTotals"};
+    Label lblTrouble{*this, "lblTrouble"};
+    ListView lvwBatches{*this, "lvwBatches"};
     CommandButton cmdOption0{*this, "cmdOption0", "&OK"};
     CommandButton cmdOption1{*this, "cmdOption1", "&Close"};
 
@@ -31,6 +36,13 @@ private:
     void txtEntity_Validate(bool& Cancel);
     void cmdOption0_Click();
     bool doTask(PeriodMode mode, const std::string& period);
+    Layout Fields(const char* entity);
+    void ShowPreview();
+    void OpenBatch();
+    /// The book that the mode closes; empty for reports and every other work.
+    std::string closedBook() const {
+        return report_ ? std::string() : bookClosedBy(session_, static_cast<PeriodMode>(mode_));
+    }
 
     Session& session_;
     const StatementRow* report_ = nullptr;  ///< the report of the mode; nullptr for other work

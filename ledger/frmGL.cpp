@@ -34,10 +34,14 @@ frmGL::frmGL(Session& session) : Form("frmGL", "General Ledger", Window::Child),
     mnuBegBal3.onClick = [this] { OpenPeriod(static_cast<int>(PeriodMode::PostBegBal)); };
     mnuBegBalReport.onClick = [this] { OpenYear(static_cast<int>(YearMode::BegBalances)); };
     mnuGLReport.onClick = [this] { OpenYear(static_cast<int>(YearMode::GeneralLedger)); };
+    mnuCloseCockpit.onClick = [this] {
+        session_.screens.showModal(session_, "frmCloseCockpit");
+        ShowState();
+    };
     mnuClose.onClick = [this] { Unload(); };
     MenuSpec periods{"Pe&riods", {mnuGeneral_0, mnuGeneral_1}};
     periods.owner = &mnuGeneral;
-    setMenu({{"&General Ledger", {mnuEnter, periods, nullptr, mnuClose}},
+    setMenu({{"&General Ledger", {mnuEnter, periods, mnuCloseCockpit, nullptr, mnuClose}},
              {"&Balances",
               {mnuBegBal0, mnuBegBalPeriod, mnuBegBal3, nullptr, mnuBegBal1, mnuBegBal2, nullptr, mnuBegBalReport,
                mnuGLReport}},

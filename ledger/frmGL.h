@@ -28,6 +28,7 @@ public:
     MenuItem mnuBegBal3{*this, "mnuBegBal3", "Post Beginning Balances to &GL", "go-next"};
     MenuItem mnuBegBalReport{*this, "mnuBegBalReport", "Print Beginning B&alances", "office-report"};
     MenuItem mnuGLReport{*this, "mnuGLReport", "Print General &Ledger of a Year", "office-report"};
+    MenuItem mnuCloseCockpit{*this, "mnuCloseCockpit", "Close Coc&kpit", "view-pim-tasks", "Ctrl+B"};
     MenuItem mnuClose{*this, "mnuClose", "C&lose", "document-close"};
 
     void Form_Rights() override;

@@ -6,6 +6,7 @@
 #include "ledger/BatchDocument.h"
 #include "ledger/BatchQueries.h"
 
+#include "ledger/frmAPVRange.h"
 #include "ledger/frmChecklistBatch.h"
 #include "ledger/frmEntPeriod.h"
 #include "ledger/frmListBatch.h"
@@ -16,6 +17,32 @@
 #include "reporting/frmSelectDates.h"
 
 namespace kv {
+namespace {
+
+/// Entries that start hidden, and the book or the parameter that shows them. What they do belongs to rooms above, which
+/// register it as a command of the entry's name; without it the entry is greyed.
+struct BookMenuEntry {
+    MenuItem frmGeneral::*item;
+    const char* book;  ///< empty: shown in no book
+    bool (*shown)(const clsParameters& parameters);
+};
+
+constexpr bool kAlways(const clsParameters& /*parameters*/) { return true; }
+
+const BookMenuEntry kBookMenu[] = {
+    {&frmGeneral::mnuHospitalAR, "AR", kAlways},
+    {&frmGeneral::mnuHospitalCR, "CR", kAlways},
+    {&frmGeneral::mnuReportAdjustmentAP, "JV", kAlways},
+    {&frmGeneral::mnuARPrelim, "", kAlways},
+    {&frmGeneral::mnuReportARPatients, "AR", [](const clsParameters& p) { return p.EnableReportARPatients(); }},
+    {&frmGeneral::mnuReportARSummaryCharges, "AR", kAlways},
+    {&frmGeneral::mnuReportARSummaryDischarges, "AR", kAlways},
+    {&frmGeneral::mnuSep3, "JV", kAlways},
+    {&frmGeneral::mnuReportJournalBook, "JV", kAlways},
+    {&frmGeneral::mnuVerify_Cash, "CR", kAlways},
+};
+
+}  // namespace
 
 frmGeneral::frmGeneral(Session& session)
     : Form("frmGeneral", "Journal Vouchers Book", Window::Child), session_(session) {
@@ -45,9 +72,16 @@ frmGeneral::frmGeneral(Session& session)
                            {"Printed No.", 16}});
     lvwBatches.setHelp("Enter opens a batch; Ctrl+E lists what can be edited.");
     lvwBatches.onDblClick = [this](int) { OpenBatch(); };
+    for (const BookMenuEntry& entry : kBookMenu) {
+        MenuItem& item = this->*entry.item;
+        item.onClick = [this, &item] { RunCommand(item); };
+    }
     setMenu({{"&Batch Entries",
-              {mnuEnter_0, mnuEnter_1, mnuEnter_2, nullptr, mnuPost, mnuUnpost, nullptr, mnuEnter_4, nullptr,
-               mnuEnter_5}}});
+              {mnuEnter_0, mnuEnter_1, mnuEnter_2, mnuEnter_3, mnuPost, mnuUnpost, nullptr, mnuEnter_4, nullptr,
+               mnuEnter_5}},
+             {"&Reports",
+              {mnuARPrelim, mnuReportARPatients, mnuReportARSummaryCharges, mnuReportARSummaryDischarges,
+               mnuReportAdjustmentAP, mnuSep3, mnuReportJournalBook, mnuVerify_Cash, mnuHospitalAR, mnuHospitalCR}}});
     setToolbar(tbrGeneral);
     setLayout(column({row({Label1, stretch(), lblPeriod}), expand(lvwBatches), lblBatches}));
     setSize(1040, 620);
@@ -55,14 +89,22 @@ frmGeneral::frmGeneral(Session& session)
 }
 
 void frmGeneral::Form_Load() {
-    tbrGeneral.setButtonVisible("DEPOSIT", false);
     ShowBook();
     Form_Rights();
+    reportDate_ = Format(Today().addDays(-1), "yyyy-MM-dd");
     LoadBatches();
 }
 
 void frmGeneral::Form_Rights() {
+    for (const BookMenuEntry& entry : kBookMenu) {
+        MenuItem& item = this->*entry.item;
+        item.setVisible(session_.BookCode() == entry.book && entry.shown(session_.Parameters));
+        item.setEnabled(session_.screens.hasCommand(item.name()));
+    }
+    tbrGeneral.setButtonVisible("DEPOSIT", session_.BookCode() == "CR");
+    tbrGeneral.setButtonEnabled("DEPOSIT", session_.screens.hasCommand("DepositEntry"));
     const bool posting = session_.Parameters.EnableTransactionPosting();
+    mnuEnter_3.setVisible(posting);
     mnuPost.setVisible(posting);
     mnuUnpost.setVisible(posting);
 }
@@ -120,6 +162,7 @@ void frmGeneral::tbrGeneral_ButtonClick(const std::string& key) {
     if (key == "ENTER") mnuEnter_0_Click();
     if (key == "PRINT") mnuEnter_1_Click();
     if (key == "POST") mnuEnter_4_Click();
+    if (key == "DEPOSIT") session_.screens.runCommand(session_, "DepositEntry");
     if (key == "CLOSE") Unload();
 }
 
@@ -138,14 +181,18 @@ void frmGeneral::OpenBatch() {
     LoadBatches();
 }
 
+void frmGeneral::RunCommand(const MenuItem& entry) { session_.screens.runCommand(session_, entry.name()); }
+
+/// The range starts with the batch of the row, by the number that it prints.
 void frmGeneral::mnuEnter_1_Click() {
     const int row = lvwBatches.selected();
-    if (row < 0) {
-        MsgBox("Please select a batch first.", Icon::Information);
-        return;
+    std::string start;
+    if (row >= 0) {
+        const bool printed = session_.BookCode() == "JV" && session_.Parameters.UsePrintJVBatch();
+        start = printed ? lvwBatches.cell(row, 5) : lvwBatches.cell(row, 0);
     }
-    const std::string batch = batchOfKey(lvwBatches.selectedKey());
-    module1::rptBatchJournal(session_, session_.BookCode(), batch, batch);
+    frmAPVRange range(session_);
+    range.ShowDialog(start);
 }
 
 void frmGeneral::mnuEnter_4_Click() {

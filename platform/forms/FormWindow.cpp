@@ -1,6 +1,7 @@
 // The window of a form: made, sized and placed, inside the shell or by itself; its menus, toolbar and shortcuts.
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QLabel>
 #include <QMenu>
@@ -49,7 +50,8 @@ void collectEntries(const MenuSpec& spec, const std::string& above, std::vector<
     const std::string caption = replaceAll(spec.caption, "&", "");
     const std::string path = above.empty() ? caption : above + " > " + caption;
     for (const MenuSpec::Part& part : spec.parts) {
-        if (part.item && part.item->shown() && part.item->able()) entries.push_back({part.item, path});
+        if (part.item && part.item->shown() && part.item->able() && !part.item->action()->isSeparator())
+            entries.push_back({part.item, path});
         if (part.sub) collectEntries(*part.sub, path, entries);
     }
 }

@@ -88,6 +88,8 @@ void Grid::setRowBackColor(int row, unsigned rgb) {
     for (int col = 0; col < cols(); ++col) setCellBackColor(row, col, rgb);
 }
 
+void Grid::setCellTint(int row, int col, Tint tint) { impl_->view->model().setTint(row - 1, col, tint); }
+
 int Grid::columnWidth(int col) const { return impl_->view->isColumnHidden(col) ? 0 : impl_->view->columnWidth(col); }
 
 void Grid::setColumnWidth(int col, int width_px) { impl_->setWidth(col, width_px); }

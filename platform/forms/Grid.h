@@ -10,6 +10,9 @@
 
 namespace kv {
 
+/// A quiet colour of a cell that says how it stands, in every theme.
+enum class Tint { None, Good, Waiting, Bad, Noted, Idle };
+
 struct GridColumn {
     std::string heading;
     int width_px = 100;  ///< 0 hides the column
@@ -40,6 +43,7 @@ public:
     void moveTo(int row, int col);
     void setCellBackColor(int row, int col, unsigned rgb);
     void setRowBackColor(int row, unsigned rgb);
+    void setCellTint(int row, int col, Tint tint);
     int columnWidth(int col) const;
     void setColumnWidth(int col, int width_px);  ///< 0 hides
     void setStretchColumn(int col);              ///< takes the room that is left

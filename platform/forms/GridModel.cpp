@@ -10,6 +10,7 @@ void GridModel::setColumns(std::vector<GridColumn> columns) {
     for (Line& line : lines_) {
         line.cells.resize(columns_.size());
         line.backs.clear();
+        line.tints.clear();
     }
     endResetModel();
 }
@@ -53,6 +54,18 @@ void GridModel::setText(int row, int col, const QString& text) {
     QString& cell = lines_[static_cast<std::size_t>(row)].cells[static_cast<std::size_t>(col)];
     if (cell == text) return;
     cell = text;
+    emit dataChanged(index(row, col), index(row, col));
+}
+
+Tint GridModel::tint(int row, int col) const {
+    const auto& tints = lines_[static_cast<std::size_t>(row)].tints;
+    return tints.empty() ? Tint::None : tints[static_cast<std::size_t>(col)];
+}
+
+void GridModel::setTint(int row, int col, Tint tint) {
+    auto& tints = lines_[static_cast<std::size_t>(row)].tints;
+    tints.resize(columns_.size(), Tint::None);
+    tints[static_cast<std::size_t>(col)] = tint;
     emit dataChanged(index(row, col), index(row, col));
 }
 

@@ -25,6 +25,8 @@ public:
     /// Invalid where the cell has no colour of its own.
     QColor back(int row, int col) const;
     void setBack(int row, int col, const QColor& colour);
+    Tint tint(int row, int col) const;
+    void setTint(int row, int col, Tint tint);
     void repaintRow(int row);
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -36,8 +38,9 @@ private:
     struct Line {
         std::vector<QString> cells;
         std::vector<QColor> backs;  ///< empty until a cell of the row has a colour
+        std::vector<Tint> tints;    ///< the same
     };
-    Line blank() const { return {std::vector<QString>(columns_.size()), {}}; }
+    Line blank() const { return {std::vector<QString>(columns_.size()), {}, {}}; }
 
     std::vector<GridColumn> columns_;
     std::vector<Line> lines_;

@@ -15,6 +15,26 @@ QColor mixed(const QColor& a, const QColor& b, double share) {
                             float(a.blueF() + (b.blueF() - a.blueF()) * share));
 }
 
+QColor tinted(Tint tint, const QColor& base, const Tones& tone) {
+    constexpr double kShare = 0.2;
+    constexpr QRgb kAmber = 0xffe08a00;
+    switch (tint) {
+        case Tint::Good:
+            return mixed(base, tone.good, kShare);
+        case Tint::Waiting:
+            return mixed(base, QColor(kAmber), kShare);
+        case Tint::Bad:
+            return mixed(base, tone.danger, kShare);
+        case Tint::Noted:
+            return mixed(base, tone.accent, kShare);
+        case Tint::Idle:
+            return tone.locked;
+        case Tint::None:
+            break;
+    }
+    return base;
+}
+
 Qt::Alignment alignmentOf(Align align) {
     switch (align) {
         case Align::Right:
@@ -35,6 +55,9 @@ QColor GridPaint::background(int row, int col) const {
     const QColor own = view_.model().back(row - 1, col);
     if (view_.rowMarked(row)) return tone.accentSoft;
     if (own.isValid()) return own;
+    if (const Tint tint = view_.model().tint(row - 1, col); tint != Tint::None) {
+        return tinted(tint, view_.palette().color(QPalette::Base), tone);
+    }
     const QColor base = view_.isLocked(col) ? tone.locked : view_.palette().color(QPalette::Base);
     return row == view_.currentRow() ? mixed(base, tone.accentSoft, 0.55) : base;
 }

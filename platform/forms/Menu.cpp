@@ -19,6 +19,7 @@ namespace kv {
 MenuItem::MenuItem(Form& owner, std::string name, std::string caption, std::string icon, std::string shortcut)
     : Control(owner, std::move(name)), action_(new QAction(qs(caption), owner.widget())) {
     action_->setObjectName(qs(this->name()));
+    action_->setSeparator(caption == "-");
     if (!icon.empty()) action_->setIcon(iconOf(icon));
     if (!shortcut.empty()) action_->setShortcut(QKeySequence(qs(shortcut)));
     owner.widget()->addAction(action_);

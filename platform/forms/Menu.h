@@ -10,7 +10,8 @@
 
 namespace kv {
 
-/// A menu entry with a name. Entries take no focus: what has the focus is not validated by picking one.
+/// A menu entry with a name; the caption "-" makes it a separator that can be hidden. Entries take no focus: what has
+/// the focus is not validated by picking one.
 class MenuItem : public Control {
 public:
     MenuItem(Form& form, std::string name, std::string caption, std::string icon = {}, std::string shortcut = {});
