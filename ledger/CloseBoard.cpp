@@ -25,7 +25,7 @@ constexpr StateLook kLooks[] = {
     {MonthState::Reopened, Tint::Waiting, "reopened"},
     {MonthState::Prepared, Tint::Good, "prepared"},
     {MonthState::Stale, Tint::Bad, "stale"},
-    {MonthState::Unprepared, Tint::Idle, "not prepared"},
+    {MonthState::Unprepared, Tint::Idle, "unprepared"},
 };
 
 const StateLook& lookOf(MonthState state) {
@@ -40,13 +40,13 @@ std::vector<std::string> periodsFrom(std::string_view first, int months) {
     return periods;
 }
 
-BoardRow readStatements(Connection& cn, const std::vector<std::string>& periods) {
+BoardRow readStatements(Connection& cn, const std::vector<std::string>& periods, std::string_view thisMonth) {
     BoardRow row{"GL", "Statements", {}};
     for (const std::string& period : periods) {
         BoardCell cell;
         cell.book = "GL";
         cell.period = period;
-        cell.state = MonthState::Unprepared;
+        cell.state = period > thisMonth ? MonthState::Idle : MonthState::Unprepared;
         row.months.push_back(std::move(cell));
     }
     Recordset rows = cn.Open(sql("SELECT Period, PreparedAt, PreparedBy, StaleSince FROM dbo.PreparedPeriod"
@@ -95,6 +95,7 @@ std::string cellStory(const BoardCell& cell) {
         default:
             break;
     }
+    if (cell.book == "GL") return "";
     if (!cell.facts.reopened) return cell.facts.batches == 0 ? "There are no batches yet." : "Not closed yet.";
     return "Opened again on " + when + (cell.lastReason.empty() ? "." : ": " + cell.lastReason);
 }
@@ -125,7 +126,7 @@ std::vector<BoardRow> readCloseBoard(Connection& cn, std::string_view first, int
             if (row.book == cell.book) row.months.push_back(cell);
         }
     }
-    board.push_back(readStatements(cn, periods));
+    board.push_back(readStatements(cn, periods, thisMonth));
     return board;
 }
 

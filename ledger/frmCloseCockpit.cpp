@@ -1,6 +1,9 @@
 #include "ledger/frmCloseCockpit.h"
 
+#include <algorithm>
+
 #include "core/BookState.h"
+#include "core/MainMenu.h"
 #include "core/Session.h"
 #include "core/module1.h"
 #include "ledger/PeriodTasks.h"
@@ -113,8 +116,8 @@ void frmCloseCockpit::LoadBoard() {
 
 const BoardCell* frmCloseCockpit::current() const {
     const int row = grdBoard.row();
-    const int col = grdBoard.col();
-    if (row < 1 || row > static_cast<int>(board_.size()) || col < 1 || col > kMonths) return nullptr;
+    const int col = std::max(grdBoard.col(), 1);  // the book's name stands for its first month
+    if (row < 1 || row > static_cast<int>(board_.size()) || col > kMonths) return nullptr;
     return &board_[static_cast<std::size_t>(row) - 1].months[static_cast<std::size_t>(col) - 1];
 }
 

@@ -27,19 +27,19 @@ struct BookMenuEntry {
     bool (*shown)(const clsParameters& parameters);
 };
 
-constexpr bool kAlways(const clsParameters& /*parameters*/) { return true; }
+bool always(const clsParameters& /*parameters*/) { return true; }
 
 const BookMenuEntry kBookMenu[] = {
-    {&frmGeneral::mnuHospitalAR, "AR", kAlways},
-    {&frmGeneral::mnuHospitalCR, "CR", kAlways},
-    {&frmGeneral::mnuReportAdjustmentAP, "JV", kAlways},
-    {&frmGeneral::mnuARPrelim, "", kAlways},
+    {&frmGeneral::mnuHospitalAR, "AR", always},
+    {&frmGeneral::mnuHospitalCR, "CR", always},
+    {&frmGeneral::mnuReportAdjustmentAP, "JV", always},
+    {&frmGeneral::mnuARPrelim, "", always},
     {&frmGeneral::mnuReportARPatients, "AR", [](const clsParameters& p) { return p.EnableReportARPatients(); }},
-    {&frmGeneral::mnuReportARSummaryCharges, "AR", kAlways},
-    {&frmGeneral::mnuReportARSummaryDischarges, "AR", kAlways},
-    {&frmGeneral::mnuSep3, "JV", kAlways},
-    {&frmGeneral::mnuReportJournalBook, "JV", kAlways},
-    {&frmGeneral::mnuVerify_Cash, "CR", kAlways},
+    {&frmGeneral::mnuReportARSummaryCharges, "AR", always},
+    {&frmGeneral::mnuReportARSummaryDischarges, "AR", always},
+    {&frmGeneral::mnuSep3, "JV", always},
+    {&frmGeneral::mnuReportJournalBook, "JV", always},
+    {&frmGeneral::mnuVerify_Cash, "CR", always},
 };
 
 }  // namespace
@@ -136,7 +136,8 @@ void frmGeneral::LoadBatches() {
                              rows["Particular"].text(), Format(rows["Total"].money(), "#,##0.00"),
                              cancelled                  ? "cancelled"
                              : rows["Posted"].boolean() ? "posted"
-                                                        : "entered"}};
+                                                        : "entered",
+                             rows["DisplayBatch"].text()}};
         item.dim = cancelled;
         items.push_back(std::move(item));
     }

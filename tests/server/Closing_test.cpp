@@ -1,5 +1,6 @@
 // Closing and reopening a month of a book, and the guards of closed months.
 
+#include <algorithm>
 #include <chrono>
 #include <future>
 #include <thread>
@@ -98,6 +99,89 @@ TEST_F(Closing, ASecondCloseReplacesTheFirst) {
               (std::vector<std::string>{"202403|JV", "202404|CR"}))
         << "reopening takes out exactly the book and month";
     EXPECT_EQ(one("SELECT COUNT(*) AS N FROM BookCloseLog WHERE Action = 'REOPEN'"), "1");
+}
+
+/// What a close would bring, with what it would refuse, in the order in which one has to look at it.
+TEST_F(Closing, ThePreviewNamesWhatWouldBeRefused) {
+    enter("JV", "1", "2024-03-15", simple("5.00"));
+    enter("JV", "2", "2024-03-10", {{"1101", "3.00", "0", ""}, {"1201", "0", "2.00", ""}});
+    enter("JV", "3", "2024-03-12", simple("7.00"));
+    enter("JV", "4", "2024-04-12", simple("9.00"));
+    run("UPDATE JV SET Cancelled = 1 WHERE Batch = '3'");
+    const char* preview = "sp_Load_ClosePreview 'JV','202403'";
+    const auto told = [&] {
+        std::vector<std::string> out;
+        Recordset found = cn->Open(preview);
+        for (; !found.eof(); found.moveNext()) {
+            out.push_back(found["Batch"].text() + "|" + found["Debit"].text() + "|" + found["Credit"].text() + "|" +
+                          found["Trouble"].text());
+        }
+        return out;
+    };
+    EXPECT_EQ(told(), (std::vector<std::string>{"2|3.00|2.00|unbalanced", "1|5.00|5.00|"}));
+    run("sp_Update_Parameters 'ENABLETRANSACTIONPOSTING','Y',''");
+    EXPECT_EQ(told(), (std::vector<std::string>{"2|3.00|2.00|unbalanced", "1|5.00|5.00|not posted"}));
+    EXPECT_NE(refused("sp_PostGLtoGL '202403','JV'"), "");
+    run("UPDATE JV SET Posted = 1");
+    run("DELETE FROM JVDT WHERE Batch = '2'");
+    EXPECT_EQ(told(), (std::vector<std::string>{"2|0.00|0.00|", "1|5.00|5.00|"}));
+    EXPECT_EQ(refused("sp_PostGLtoGL '202403','JV'"), "") << "a preview without trouble closes";
+    EXPECT_EQ(refused("sp_Load_ClosePreview 'JV','202413'"), "50006 Period \"202413\" is not valid.");
+}
+
+TEST_F(Closing, WhatChangedSinceTheCloseIsNamedBatchByBatch) {
+    enter("AR", "1", "2024-03-15", simple("5.00"));
+    enter("AR", "2", "2024-03-16", simple("6.00"));
+    enter("AR", "3", "2024-03-17", simple("7.00"));
+    run("sp_PostGLtoGL '202403','AR'");
+    const char* changes = "sp_Load_ReopenedChanges 'AR','202403'";
+    EXPECT_EQ(rows(changes), std::vector<std::string>{});
+    run("sp_UnpostBook 'AR','202403','late charges'");
+    EXPECT_EQ(rows(changes), std::vector<std::string>{}) << "nothing was changed yet";
+    run("UPDATE ARDT SET Debit = 5.50 WHERE Batch = '1' AND SeqNo = 1");
+    run("UPDATE ARDT SET Code = '1111' WHERE Batch = '2' AND SeqNo = 1");
+    run("DELETE FROM ARDT WHERE Batch = '3'");
+    run("DELETE FROM AR WHERE Batch = '3'");
+    enter("AR", "4", "2024-03-18", simple("8.00"));
+    const auto told = [&] {
+        std::vector<std::string> out;
+        Recordset found = cn->Open(changes);
+        for (; !found.eof(); found.moveNext()) {
+            out.push_back(found["Batch"].text() + " " + found["Change"].text() + " " + found["WasDebit"].text() + " " +
+                          found["NowDebit"].text());
+        }
+        std::sort(out.begin(), out.end());
+        return out;
+    };
+    const std::vector<std::string> all{"1 changed 5.00 5.50", "2 changed 6.00 6.00", "3 removed 7.00 0.00",
+                                       "4 added 0.00 8.00"};
+    EXPECT_EQ(told(), all);
+    run("UPDATE ARDT SET Debit = 5 WHERE Batch = '1' AND SeqNo = 1");
+    run("sp_PostGLtoGL '202403','AR'");
+    EXPECT_EQ(told(), (std::vector<std::string>{all[1], all[2], all[3]})) << "it still stands after the next close";
+    run("sp_UnpostBook 'AR','202403'");
+    EXPECT_EQ(told(), std::vector<std::string>{}) << "the next reopening begins anew";
+}
+
+TEST_F(Closing, TheCockpitShowsEveryBookAndMonth) {
+    enter("JV", "1", "2024-02-15", simple("5.00"));
+    enter("JV", "2", "2024-03-15", {{"1101", "3.00", "0", ""}, {"1201", "0", "2.00", ""}});
+    enter("CR", "1", "2024-02-15", simple("5.00"));
+    run("sp_PostGLtoGL '202402','JV'");
+    run("sp_PostGLtoGL '202402','CR'");
+    run("sp_UnpostBook 'CR','202402','a slip'");
+    std::vector<std::string> told;
+    Recordset found = cn->Open("sp_Load_CloseCockpit '202402','202403'");
+    EXPECT_EQ(found.recordCount(), 10u);
+    for (; !found.eof(); found.moveNext()) {
+        const std::string cell = found["Batches"].text() + found["Unposted"].text() + found["Unbalanced"].text() +
+                                 found["Closed"].text() + found["LastAction"].text();
+        if (cell != "0000") {
+            told.push_back(found["Book"].text() + found["Period"].text() + " " + cell + found["LastReason"].text());
+        }
+    }
+    EXPECT_EQ(told, (std::vector<std::string>{"CR202402 1100REOPENa slip", "JV202402 1101CLOSE", "JV202403 1110"}));
+    EXPECT_EQ(refused("sp_Load_CloseCockpit '202402','202901'"), "50001 The cockpit shows at most 36 months.");
 }
 
 /// The second of two workstations waits for the first, then is told, and changes nothing.
