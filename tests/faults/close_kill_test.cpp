@@ -5,10 +5,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <filesystem>
 
+#include "platform/embedded/Embedded.h"
 #include "tests/desk/Desk.h"
 
 namespace kv {
@@ -52,11 +54,18 @@ bool diesAfter(const std::string& file, int delay_us, const std::string& stateme
     return WIFSIGNALED(status);
 }
 
-/// How long a statement takes on a copy of the file.
+/// A copy of a database file that nobody has open, its log included.
+std::string copyOf(const std::string& file, const char* ending) {
+    embeddedOf(Desk(file).cn())->checkpoint();
+    const std::string copy = file + ending;
+    for (const char* tail : {"", "-wal", "-shm"}) std::filesystem::remove(copy + tail);
+    std::filesystem::copy_file(file, copy);
+    return copy;
+}
+
+/// How long a statement takes.
 int microsecondsOf(const std::string& file, const std::string& statement) {
-    const std::string copy = file + ".timed";
-    std::filesystem::copy_file(file, copy, std::filesystem::copy_options::overwrite_existing);
-    Desk desk(copy);
+    Desk desk(file);
     desk.ask("SELECT COUNT(*) FROM GL");
     const auto start = Clock::now();
     desk.cn().Execute(statement);
@@ -91,17 +100,13 @@ protected:
             for (const char* statement : one.before) desk.cn().Execute(statement);
             untouched = desk.ask(one.traces);
         }
-        const int whole_us = microsecondsOf(file, one.statement);
-        {
-            Desk done(file + ".timed");
-            expected = done.ask(one.traces);
-        }
+        const std::string whole = copyOf(file, ".whole");
+        const int whole_us = microsecondsOf(whole, one.statement);
+        expected = Desk(whole).ask(one.traces);
         ASSERT_NE(expected, untouched) << one.name << " leaves no trace";
         int killed = 0;
         for (int i = 0; i < kKills; ++i) {
-            const std::string copy = file + ".killed";
-            for (const char* tail : {"", "-wal", "-shm"}) std::filesystem::remove(copy + tail);
-            std::filesystem::copy_file(file, copy);
+            const std::string copy = copyOf(file, ".killed");
             const bool died = diesAfter(copy, whole_us * i / (kKills - 4), one.statement);
             Desk after(copy);
             const std::string traces = after.ask(one.traces);
@@ -183,9 +188,7 @@ pid_t closesOnSignal(const std::string& file, const int (&gate)[2]) {
 
 TEST_F(KilledClosing, OfTwoWorkstationsAtOnceOneClosesAndTheOtherIsTold) {
     for (int round = 0; round < 6; ++round) {
-        const std::string copy = file + ".both";
-        for (const char* tail : {"", "-wal", "-shm"}) std::filesystem::remove(copy + tail);
-        std::filesystem::copy_file(file, copy);
+        const std::string copy = copyOf(file, ".both");
         int gate[2];
         ASSERT_EQ(::pipe(gate), 0);
         const pid_t first = closesOnSignal(copy, gate);
