@@ -239,6 +239,10 @@ void frmBuildAcct::MoveAccount(const std::string& code, const std::string& toGro
     const ChartGroup* to = group(toGroup);
     AccountRecord account = loadAccount(session_.cn(), code);
     if (!to || account.code.empty() || account.group == toGroup) return reload(kAccountKey + code);
+    if (account.subsidiary == 1 && to->type != "IN" && to->type != "EX") {
+        MsgBox("Departments can be set for income and expense accounts only.", Icon::Exclamation);
+        return;
+    }
     if (!Ask("Are you sure you want to move Acct. # '" + code + "' " + account.description + " to group " + to->text() +
                  " ?",
              "Warning!", Icon::Exclamation, false)) {

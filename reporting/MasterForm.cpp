@@ -256,8 +256,13 @@ void MasterForm::showPage(int page) {
     movingPage_ = false;
     lvwList_ItemClick();
     if (page == kListPage) return list_.setFocus();
-    const bool keyOpen = isNew();
-    inputs_.at(keyOpen || inputs_.size() == file_.listKeys.size() ? 0 : file_.listKeys.size())->control().setFocus();
+    focusEntry();
+}
+
+/// To the key of a new record, else to the first field behind the key.
+void MasterForm::focusEntry() const {
+    const std::size_t behindKey = file_.listKeys.size() < inputs_.size() ? file_.listKeys.size() : 0;
+    inputs_.at(isNew() ? 0 : behindKey)->control().setFocus();
 }
 
 void MasterForm::tabAcct_Click(int page) {
@@ -412,7 +417,7 @@ void MasterForm::Save_Routine() {
             logSave(key);
             saveRow(key);
         });
-    if (!stored) return input(file_.fields.at(isNew() ? 0 : file_.listKeys.size()).control)->control().setFocus();
+    if (!stored) return focusEntry();
     savedKey_ = key;
     MsgBox(file_.says.saved, Icon::Information);
     leaveEntry();

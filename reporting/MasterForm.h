@@ -63,6 +63,7 @@ private:
     MasterValues values() const;
     MasterKey entryKey() const;
     MasterInput* input(std::string_view control) const;
+    void focusEntry() const;
 
     // saving and removing
     void Save_Routine();

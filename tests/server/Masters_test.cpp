@@ -106,6 +106,8 @@ TEST_F(Masters, AnAccountTakesTypeAndClassFromItsGroup) {
 
 TEST_F(Masters, WrongMastersAreRefused) {
     enter("JV", "1", "2024-03-15", simple("1.00"));
+    run("sp_Update_GLGroup '1011', 'X', 'AS', 'C', '101'");
+    run("sp_Update_GLGroup '1012', 'X', 'AS', 'C', '1011'");
     const std::pair<const char*, const char*> table[] = {
         {"sp_Update_AcctCode '', 'X', '', '', '', '', '606', 0", "50001"},
         {"sp_Update_AcctCode '6999', ' ', '', '', '', '', '606', 0", "50001"},
@@ -114,6 +116,8 @@ TEST_F(Masters, WrongMastersAreRefused) {
         {"sp_Update_AcctCode '1101', 'X', '', '', '', 'MAS', '101', 0", "50008"},
         {"sp_Update_GLGroup '606', 'X', 'EX', 'C', '606'", "50002"},
         {"sp_Update_GLGroup '606', 'X', 'ZZ', 'C', ''", "50001"},
+        {"sp_Update_GLGroup '101', 'X', 'AS', 'C', '1012'", "50002"},  // below one of its own groups
+        {"sp_Update_GLGroup '606', 'X', 'AS', 'C', ''", "50007"},      // its accounts have departments
         {"sp_Update_CstCtr '', 'X', '', ''", "50001"},
         {"sp_Update_Terms 20, ''", "50001"},
     };
@@ -132,6 +136,24 @@ TEST_F(Masters, WhatIsUsedIsKnown) {
     run("sp_Update_GLGroup '999', 'EMPTY', 'AS', 'C', '101'");
     EXPECT_EQ(cn->Open("sp_VerifyGLGroup '999'").recordCount(), 0U);
     EXPECT_EQ(rows("sp_VerifyGLGroup '101'").back(), "999|EMPTY");
+}
+
+TEST_F(Masters, CostCentresAndTermsInUseAreKnown) {
+    enter("JV", "1", "2024-03-15", {{"6101", "1.00", "0", "1010"}, {"1121", "0", "1.00", ""}});
+    run("INSERT INTO INVENTORY.dbo.tbInvLocation (LocationID, Location) VALUES ('MAIN', 'MAIN STOCK ROOM')");
+    run("INSERT INTO CSTCTRLOCATION (LocationID, CstCtr) VALUES ('MAIN', '1020')");
+    run("INSERT INTO CSTCTRLOCATION (LocationID, CstCtr) VALUES ('GONE', '1030')");
+    EXPECT_EQ(rows("sp_VerifyCstCtr '1010'"), (std::vector<std::string>{"journal voucher"}));
+    EXPECT_EQ(rows("sp_VerifyCstCtr '1020'"), (std::vector<std::string>{"inventory location"}));
+    EXPECT_EQ(cn->Open("sp_VerifyCstCtr '1040'").recordCount(), 0U);
+    EXPECT_EQ(rows("sp_VerifyTerms '4'").front(), "vendor");
+    run("sp_Update_Terms 88, 'NEW', 8, 'A'");
+    EXPECT_EQ(cn->Open("sp_VerifyTerms '88'").recordCount(), 0U);
+    // found by either name; a location that the inventory no longer has keeps its cost centre
+    EXPECT_EQ(rows("sp_Search_Inv_Location 'main'"),
+              (std::vector<std::string>{"BLOOD BANK|1020|MAIN STOCK ROOM|MAIN"}));
+    EXPECT_EQ(rows("sp_Search_Inv_Location 'RADIO'"), (std::vector<std::string>{"RADIOLOGY|1030||GONE"}));
+    EXPECT_EQ(cn->Open("sp_Search_Inv_Location ''").recordCount(), 2U);
 }
 
 /// One call makes the row, the second replaces it.
