@@ -1,7 +1,6 @@
 #include "tools/screenplay/Workstation.h"
 
 #include <algorithm>
-#include <filesystem>
 
 #include "app/DialogList.h"
 #include "core/BooksCheck.h"
@@ -62,9 +61,10 @@ public:
 
 private:
     static void savePageOne(Report& report, const std::string& path) {
-        const std::vector<std::string> pages = report.savePng(path.substr(0, path.size() - 4));
-        for (std::size_t i = 1; i < pages.size(); ++i) std::filesystem::remove(pages[i]);
-        if (!pages.empty() && pages.front() != path) std::filesystem::rename(pages.front(), path);
+        report.layout();
+        Document first = report.document();
+        first.pages.resize(1);
+        writePng(first, path.substr(0, path.size() - 4));
     }
     frmReportViewer& viewer_;
 };
