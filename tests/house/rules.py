@@ -113,6 +113,15 @@ def guide():
             yield f"{stem} is in no play"
 
 
+def guide_index():
+    """Every page of the user guide is listed in its table of contents."""
+    listed = text("docs/users/README.md")
+    for path in files("docs/users/*.md"):
+        name = os.path.basename(path)
+        if name != "README.md" and f"({name}" not in listed:
+            yield f"{path} is not in docs/users/README.md"
+
+
 def dialogs():
     """Every dialog of the reporting room that gives values can be opened by its name."""
     listed = re.findall(r'\{"(frm\w+)", "\w+"', text("app/DialogList.cpp"))
@@ -176,7 +185,7 @@ def placeholders():
 
 def main():
     broken = 0
-    for rule in (layers, sizes, screens, guide, dialogs, transactions, server_files, doc_paths, placeholders):
+    for rule in (layers, sizes, screens, guide, guide_index, dialogs, transactions, server_files, doc_paths, placeholders):
         for finding in rule():
             if finding in ALLOWED:
                 continue
