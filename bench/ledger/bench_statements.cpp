@@ -2,9 +2,11 @@
 // 1,000,000 lines; beside them raw SQLite on the same rows and the trial balance of a plain text accounting program, in
 // one run. Prints milliseconds by size and how they grow from the smallest to the largest.
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <map>
 
 #include "bench/ledger/LedgerBench.h"
@@ -47,25 +49,31 @@ private:
     std::map<std::string, std::array<double, kSizes.size()>> at_;
 };
 
-double median(const std::function<void()>& work) {
-    std::vector<double> seconds;
-    for (int i = 0; i < kRounds; ++i) seconds.push_back(timed(work));
-    return kv::bench::percentile(seconds, 0.5);
+/// The quickest of some rounds: what others did on the machine meanwhile counts least. `again` makes the next one
+/// possible.
+double best(const std::function<void()>& work, const std::function<void()>& again = {}) {
+    double least = timed(work);
+    for (int i = 1; i < kRounds; ++i) {
+        if (again) again();
+        least = std::min(least, timed(work));
+    }
+    return least;
 }
 
 std::string periodAt(int month) { return kv::module1::GetPeriod(kv::Date(2024, 1, 1).addMonths(month)); }
 
 void closeAndPrepare(kv::Desk& desk, std::size_t size, Results& results) {
-    double close = 0;
-    double prepare = 0;
     for (int m = 0; m < kMonths; ++m) {
         const std::string period = periodAt(m);
         kv::bench::fillMonth(desk, period, kSizes[size] / kMonths);
-        close = timed([&] { desk.cn().Execute("sp_PostGLtoGL '" + period + "','JV'"); });
-        prepare = timed([&] { desk.cn().Execute("sp_PrepareFinance '" + period + "'"); });
+        if (period == kLast) break;
+        desk.cn().Execute("sp_PostGLtoGL '" + period + "','JV'");
+        desk.cn().Execute("sp_PrepareFinance '" + period + "'");
     }
-    results.add("close of the last month, a tenth of the lines", size, close);
-    results.add("preparation of that month", size, prepare);
+    const auto close = [&] { desk.cn().Execute("sp_PostGLtoGL '202410','JV'"); };
+    const auto open = [&] { desk.cn().Execute("sp_UnpostBook 'JV','202410'"); };
+    results.add("close of the last month, a tenth of the lines", size, best(close, open));
+    results.add("preparation of that month", size, best([&] { desk.cn().Execute("sp_PrepareFinance '202410'"); }));
 }
 
 /// A statement's report with its sources run; the pages are not laid out.
@@ -88,7 +96,7 @@ void runStatement(kv::Desk& desk, const kv::StatementRow& row) {
 void statements(kv::Desk& desk, std::size_t size, Results& results) {
     for (const kv::StatementRow& row : kv::statementRows()) {
         runStatement(desk, row);  // compiles its statements
-        results.add(std::string(row.entry) + ", " + row.title, size, median([&] { runStatement(desk, row); }));
+        results.add(std::string(row.entry) + ", " + row.title, size, best([&] { runStatement(desk, row); }));
     }
 }
 
@@ -105,7 +113,9 @@ void rawSqlite(const std::string& folder, std::size_t size, Results& results) {
         "INSERT INTO gl SELECT Period, 'JV', Batch, SeqNo, Code, Dept, BatchDate, Description, Debit, Credit FROM dt "
         "WHERE Period ";
     raw.run(copy + "< '202410'");
-    results.add("raw SQLite: close", size, timed([&] { raw.run(copy + "= '202410'"); }));
+    results.add(
+        "raw SQLite: close", size,
+        best([&] { raw.run(copy + "= '202410'"); }, [&] { raw.run("DELETE FROM gl WHERE Period = '202410'"); }));
     raw.run(
         "CREATE TABLE pb (Period TEXT, Code TEXT, Dept TEXT, Debit REAL, Credit REAL, Ending REAL, PRIMARY KEY "
         "(Period, "
@@ -123,10 +133,9 @@ void rawSqlite(const std::string& folder, std::size_t size, Results& results) {
                 "Code, Dept");
         }));
     results.add("raw SQLite: trial balance from prepared balances", size,
-                median([&] { raw.readAll("SELECT * FROM pb WHERE Period = '202410' ORDER BY Code"); }));
-    results.add("raw SQLite: trial balance from every line", size, median([&] {
-                    raw.readAll("SELECT Code, SUM(Debit), SUM(Credit) FROM gl GROUP BY Code ORDER BY Code");
-                }));
+                best([&] { raw.readAll("SELECT * FROM pb WHERE Period = '202410' ORDER BY Code"); }));
+    results.add("raw SQLite: trial balance from every line", size,
+                best([&] { raw.readAll("SELECT Code, SUM(Debit), SUM(Credit) FROM gl GROUP BY Code ORDER BY Code"); }));
 }
 
 /// All lines as a plain text journal, added up by another program.
@@ -146,7 +155,7 @@ void otherProgram(kv::Desk& desk, const std::string& folder, std::size_t size, R
     const std::string file = folder + "/bench.dat";
     kv::writeTextFile(file, text);
     int failed = 0;
-    const double seconds = timed([&] {
+    const double seconds = best([&] {
         failed =
             std::system(("ledger --args-only --no-pager --file '" + file + "' balance --flat > /dev/null").c_str());
     });
