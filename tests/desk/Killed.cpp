@@ -1,7 +1,6 @@
 #include "tests/desk/Killed.h"
 
 #include <gtest/gtest.h>
-#include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -34,23 +33,6 @@ bool diesAt(const std::string& file, int point, const std::function<void(Desk&)>
         });
         try {
             work(desk);
-        } catch (const Error&) {
-            ::_exit(kFailed);
-        }
-        ::_exit(0);
-    }
-    return died(child);
-}
-
-bool diesAfter(const std::string& file, int microseconds, const std::string& statement) {
-    const pid_t child = fork();
-    if (child == 0) {
-        Desk desk(file);
-        ::signal(SIGALRM, [](int) { ::raise(SIGKILL); });
-        const itimerval after{{0, 0}, {microseconds / 1'000'000, microseconds % 1'000'000}};
-        ::setitimer(ITIMER_REAL, &after, nullptr);
-        try {
-            desk.cn().Execute(statement);
         } catch (const Error&) {
             ::_exit(kFailed);
         }

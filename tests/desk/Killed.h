@@ -13,8 +13,4 @@ namespace kv {
 bool diesAt(const std::string& file, int point, const std::function<void(Desk&)>& prepare,
             const std::function<void(Desk&)>& work);
 
-/// Runs one statement in a process that is killed so many microseconds after it went out: in the middle of a procedure.
-/// True when it died before the statement came back.
-bool diesAfter(const std::string& file, int microseconds, const std::string& statement);
-
 }  // namespace kv

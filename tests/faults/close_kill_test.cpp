@@ -163,7 +163,8 @@ TEST_F(KilledClosing, OfTheYearEndLeavesAllOrNothing) {
          {"sp_PostGLtoGL '202403','JV'", "sp_PrepareFinance '202412'"},
          "sp_YearEndClose '3201','2025'",
          "SELECT CAST(COUNT(*) AS varchar(10)) + ' accounts, ' + CAST((SELECT COUNT(*) FROM BookCloseLog WHERE Action ="
-         " 'YEAREND') AS varchar(10)) + ' logged' FROM BegBalance"});
+         " 'YEAREND') AS varchar(10)) + ' logged, ' + CAST((SELECT COUNT(*) FROM GLBatch) + (SELECT COUNT(*) FROM"
+         " Batchdet) AS varchar(10)) + ' of the entry' FROM BegBalance"});
 }
 
 /// Closes the month as soon as the pipe is closed; ends with 0, or with 14 when the other one was faster.

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "ledger/Balances.h"
 #include "ledger/HospitalSettings.h"
 #include "ledger/PeriodTasks.h"
 #include "tests/desk/Desk.h"
@@ -105,6 +106,45 @@ TEST(KilledSave, OfTheProgramSettingsLeavesTheOldOnesOrTheNewOnes) {
     }
     EXPECT_TRUE(changed);
     EXPECT_GE(died, 45) << "a statement for each of the parameters alone";
+}
+
+/// The opening balances as text, one account a line.
+std::vector<std::string> balances(Desk& desk) {
+    std::vector<std::string> found;
+    Recordset rows = desk.cn().Open("SELECT Acct, Debit, Credit FROM BegBalance ORDER BY Acct");
+    for (; !rows.eof(); rows.moveNext()) {
+        found.push_back(rows["Acct"].text() + "|" + rows["Debit"].text() + "|" + rows["Credit"].text());
+    }
+    return found;
+}
+
+TEST(KilledSave, OfAYearsBalancesLeavesTheOldOnesOrTheNewOnes) {
+    const std::string file = freshHospital(scratchFolder(), "balances.db");
+    const auto save = [](Desk& desk, int pesos) {
+        const Money amount = Money::whole(pesos);
+        SaveYearBalances(desk.session(), "2024",
+                         {{"1101", "", amount, Money()}, {"", "", Money(), Money()}, {"3101", "", Money(), amount}});
+    };
+    {
+        Desk desk(file);
+        save(desk, 100);
+    }
+    bool changed = false;
+    int died = 0;
+    for (int point = 1; !changed && point < 30; ++point) {
+        changed = !diesAt(
+            file, point, [](Desk&) {}, [&](Desk& desk) { save(desk, 250); });
+        died += changed ? 0 : 1;
+        Desk after(file);
+        const auto rows = balances(after);
+        const bool done = rows.front() == "1101|250.00|0.00";
+        EXPECT_EQ(rows, (done ? std::vector<std::string>{"1101|250.00|0.00", "3101|0.00|250.00"}
+                              : std::vector<std::string>{"1101|100.00|0.00", "3101|0.00|100.00"}))
+            << "killed before statement " << point;
+        EXPECT_EQ(after.ask("SELECT COUNT(*) FROM AuditLog"), done ? "2" : "1");
+    }
+    EXPECT_TRUE(changed);
+    EXPECT_GE(died, 5);
 }
 
 }  // namespace
