@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "platform/base/Text.h"
 #include "platform/print/Layouter.h"
 
 namespace kv {
@@ -231,10 +232,16 @@ void Producer::turnPage(std::size_t row) {
 
 void Producer::headersDone(std::size_t row) {
     if (!main_ || set_ > 0) return;
-    for (int level = startingLevel(row); level < levels(); ++level) {
+    // groups without a label have no entry, and those below them move up
+    int depth = 0;
+    for (int level = 0; level < levels(); ++level) {
         const ReportGroup& group = data_->report().groups[static_cast<std::size_t>(level)];
-        const Value label = (group.label.empty() ? group.by : group.label).evaluate(context(row));
-        document_.tree.push_back({level, label.text(), flow_.page(), static_cast<float>(flow_.y())});
+        const std::string label = (group.label.empty() ? group.by : group.label).evaluate(context(row)).text();
+        if (trimBlanks(label).empty()) continue;
+        if (level >= startingLevel(row)) {
+            document_.tree.push_back({depth, label, flow_.page(), static_cast<float>(flow_.y())});
+        }
+        ++depth;
     }
 }
 

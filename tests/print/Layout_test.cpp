@@ -299,5 +299,20 @@ TEST(Layout, RowsThatDoNotFitTheTemplateAreNamed) {
     }
 }
 
+TEST(Layout, GroupsWithoutALabelStandNotInTheTree) {
+    auto report = samples::fromText(
+        "title = 'T'\n[source]\nstatement = 'x'\ncolumns = ['Division', 'Section', 'Code']\n"
+        "[[column]]\nname = 'Code'\n[[group]]\nby = 'Division'\n[[group]]\nby = 'Section'\n"
+        "[[group]]\nby = 'Code'\nlabel = \"{if(Code = '2', '', Code)}\"\n");
+    report->setRows("main",
+                    rows({"Division", "Section", "Code"},
+                         {{"", "Assets", "1"}, {"", "Assets", "2"}, {"", "Equity", "3"}, {"North", "Assets", "4"}}));
+    report->runOnRows();
+    report->layout();
+    std::string tree;
+    for (const TreeEntry& entry : report->document().tree) tree += std::to_string(entry.level) + entry.label + " ";
+    EXPECT_EQ(tree, "0Assets 11 0Equity 13 0North 1Assets 24 ");
+}
+
 }  // namespace
 }  // namespace kv
