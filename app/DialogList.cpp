@@ -6,9 +6,18 @@
 #include "core/Session.h"
 #include "ledger/CodeLookups.h"
 #include "ledger/ReportDialogs.h"
+#include "platform/base/Text.h"
+#include "reporting/frmExportGrid.h"
+#include "reporting/frmExportTextFile.h"
+#include "reporting/frmReceiptDetails.h"
+#include "reporting/frmRefusedCells.h"
 #include "reporting/frmSearch.h"
 #include "reporting/frmSearchAcct.h"
+#include "reporting/frmSearchAdvances.h"
+#include "reporting/frmSearchCheck.h"
 #include "reporting/frmSearchVend.h"
+#include "reporting/frmSearchVoucher.h"
+#include "reporting/frmSearchWTax.h"
 #include "reporting/frmSelectDates.h"
 
 namespace kv {
@@ -55,6 +64,63 @@ bool searchSupplier(Session& session, Values& values) {
     return search(dialog, values);
 }
 
+/// Starts with a caption and a statement.
+bool exportGrid(Session& session, Values& values) {
+    values.resize(2);
+    frmExportGrid(session).ShowDialog(values[0], values[1]);
+    values.clear();
+    return true;
+}
+
+/// Starts with a statement and the name of a file.
+bool exportTextFile(Session& session, Values& values) {
+    values.resize(2);
+    frmExportTextFile(session).ShowDialog(values[0], values[1]);
+    values.clear();
+    return true;
+}
+
+/// Starts with line, column, text and reason of each cell.
+bool showRefusedCells(Session& /*session*/, Values& values) {
+    std::vector<RefusedCell> cells;
+    for (std::size_t i = 0; i + 3 < values.size(); i += 4) {
+        cells.push_back({static_cast<int>(numberOf(values[i])), values[i + 1], values[i + 2], values[i + 3]});
+    }
+    frmRefusedCells(std::move(cells)).ShowDialog();
+    values.clear();
+    return true;
+}
+
+/// Starts with a receipt and a text, gives the code of the item.
+bool searchReceiptItem(Session& session, Values& values) {
+    values.resize(2);
+    frmReceiptDetails dialog(session);
+    dialog.SetReceipt(values[0]);
+    if (!dialog.ShowDialog(values[1])) return false;
+    values = {dialog.Code()};
+    return true;
+}
+
+/// Starts with a vendor and a voucher, gives number and amount of each advance applied.
+bool searchAdvances(Session& session, Values& values) {
+    values.resize(2);
+    std::vector<Advance> applied;
+    if (!frmSearchAdvances(session).ShowDialog(values[0], values[1], applied)) return false;
+    values.clear();
+    for (const Advance& advance : applied) {
+        values.push_back(advance.CVNo);
+        values.push_back(Format(advance.Applied, "0.00"));
+    }
+    return true;
+}
+
+/// A search with a statement of its own.
+template <class Dialog>
+bool searchIn(Session& session, Values& values) {
+    Dialog dialog(session);
+    return search(dialog, values);
+}
+
 bool selectQuarter(Session& /*session*/, Values& values) {
     frmSelectQuarter dialog;
     if (!dialog.ShowDialog()) return false;
@@ -80,13 +146,21 @@ std::vector<DialogEntry> makeList() {
     const auto bank = [](Session& s) { return AccountLookup(s, "BANK"); };
     // clang-format off
     return {
+        {"frmExportGrid", "reporting", "Export", exportGrid},
+        {"frmExportTextFile", "reporting", "Export Text File", exportTextFile},
+        {"frmReceiptDetails", "reporting", "Receipt Items", searchReceiptItem},
+        {"frmRefusedCells", "reporting", "Refused Cells", showRefusedCells},
         {"frmRepDate", "ledger", "Days of a Report",
             [](Session&, Values& v) { return ask<2>(frmRepDate("Days of a Report"), v); }},
         {"frmRepPrd", "ledger", "Months of a Report",
             [](Session& s, Values& v) { return ask<3>(frmRepPrd(s, "Months of a Report", StatementEntity::Account), v); }},
         {"frmSearch", "reporting", "Search", searchCostCenter},
         {"frmSearchAcct", "reporting", "Account Codes", searchAccount},
+        {"frmSearchAdvances", "reporting", "Advances to Apply", searchAdvances},
+        {"frmSearchCheck", "reporting", "Checks", searchIn<frmSearchCheck>},
         {"frmSearchVend", "reporting", "Vendors", searchSupplier},
+        {"frmSearchVoucher", "reporting", "Accounts Payable Vouchers", searchIn<frmSearchVoucher>},
+        {"frmSearchWTax", "reporting", "WITHHOLDING Tax CODES", searchIn<frmSearchWTax>},
         {"frmSelectDate", "reporting", "Select Report Date", selectDate},
         {"frmSelectDateBank", "reporting", "Select Report Date",
             [=](Session& s, Values& v) { return ask<2>(frmSelectDateBank(bank(s)), v); }},

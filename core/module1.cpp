@@ -241,4 +241,6 @@ namespace kv::Module3 {
 
 void SendKeys(std::string_view keys, bool wait) { sendKeys(keys, wait); }
 
+std::string getPathToDesktop() { return desktopFolder(); }
+
 }  // namespace kv::Module3

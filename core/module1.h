@@ -99,6 +99,8 @@ void CheckErrors(Connection& cn, Place at = Place::current());
 namespace Module3 {
 /// Keystrokes to the active window, "{Tab}" and plain characters.
 void SendKeys(std::string_view keys, bool wait = false);
+/// The user's desktop; empty where there is none.
+std::string getPathToDesktop();
 }  // namespace Module3
 
 }  // namespace kv

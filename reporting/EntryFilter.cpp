@@ -52,4 +52,20 @@ std::string writtenBack(EntryFilter filter, const std::string& text) {
     return text;
 }
 
+std::string pastedEntry(EntryFilter filter, std::string_view text) {
+    std::string entry(trimBlanks(text));
+    if (filter == EntryFilter::DateText) {
+        const auto date = parseDate(entry);
+        return date ? Format(*date, "M/d/yyyy") : entry;
+    }
+    if (!isNumberFilter(filter)) return entry;
+    entry = replaceAll(entry, ",", "");
+    if (entry == "-") return {};
+    const bool bracketed = entry.size() > 2 && entry.front() == '(' && entry.back() == ')';
+    const bool signedBehind = entry.size() > 1 && entry.back() == '-';
+    if (bracketed) entry = "-" + entry.substr(1, entry.size() - 2);
+    if (signedBehind) entry = "-" + entry.substr(0, entry.size() - 1);
+    return entry;
+}
+
 }  // namespace kv

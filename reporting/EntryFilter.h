@@ -21,4 +21,8 @@ std::string filterKeys(EntryFilter filter, std::string_view typed, std::string_v
 /// The text as it is written back: numbers by the number format, dates in the short form, anything else as typed.
 std::string writtenBack(EntryFilter filter, const std::string& text);
 
+/// A cell of a spreadsheet as it would be typed here: numbers without their grouping, "(12.50)" and "12.50-" with the
+/// sign in front, "-" as nothing, dates in the short form.
+std::string pastedEntry(EntryFilter filter, std::string_view text);
+
 }  // namespace kv

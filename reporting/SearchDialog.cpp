@@ -9,15 +9,11 @@
 namespace kv {
 namespace {
 
+constexpr int kNarrowestColumn = 10;
 constexpr int kWidestColumn = 60;
 
 bool isAmount(DataType type) {
     return type == DataType::Currency || type == DataType::Decimal || type == DataType::Double;
-}
-
-std::string shown(const Value& value, DataType type) {
-    if (value.isDate()) return Format(value.date(), "MM/dd/yyyy");
-    return isAmount(type) && !value.isNull() ? Format(value.money(), "#,##0.00") : value.text();
 }
 
 }  // namespace
@@ -63,8 +59,18 @@ void SearchDialog::Form_Load() { RefreshGrid(); }
 
 void SearchDialog::RefreshGrid() {
     const std::string text = txtSearchStr.text();
+    grdDispWindow.clear();  // rows that do not belong to the text must not be chosen when the statement fails
+    lblTotal.setText("0");
+    cmdSelect.setEnabled(false);
     showRows(session_.cn().Open(searchStatement(Query, Criteria, text)));
     shownFor_ = text;
+}
+
+std::string SearchDialog::Cell(std::string_view column) const {
+    for (std::size_t c = 0; c < names_.size() && c < chosen_.size(); ++c) {
+        if (equalsNoCase(names_[c], column)) return chosen_[c];
+    }
+    return {};
 }
 
 int SearchDialog::codeColumn(const Recordset& rows) const {
@@ -79,31 +85,42 @@ int SearchDialog::titleColumn(const Recordset& rows) const {
     return codeColumn(rows) == 0 && rows.fields().size() > 1 ? 1 : 0;
 }
 
+std::string SearchDialog::shownText(std::size_t /*column*/, const Value& value, DataType type) const {
+    if (value.isDate()) return Format(value.date(), "MM/dd/yyyy");
+    return isAmount(type) && !value.isNull() ? Format(value.money(), "#,##0.00") : value.text();
+}
+
+std::vector<ListColumn> SearchDialog::columnsOf(const Recordset& rows) const {
+    std::vector<ListColumn> columns;
+    for (std::size_t c = 0; c < rows.fields().size(); ++c) {
+        const Field& field = rows.fields()[c];
+        const int heading = static_cast<int>(charCount(field.name)) + 2;
+        ListColumn column{field.name, std::clamp(field.size, std::max(kNarrowestColumn, heading), kWidestColumn)};
+        column.stretch = static_cast<int>(c) == titleColumn_;
+        if (isAmount(field.type)) column.align = Align::Right;
+        columns.push_back(std::move(column));
+    }
+    return columns;
+}
+
 void SearchDialog::showRows(const Recordset& rows) {
     codeColumn_ = codeColumn(rows);
     titleColumn_ = titleColumn(rows);
-    if (!shownOnce_) {
-        std::vector<ListColumn> columns;
-        for (std::size_t c = 0; c < rows.fields().size(); ++c) {
-            const Field& field = rows.fields()[c];
-            ListColumn column{field.name, std::clamp(field.size, 10, kWidestColumn)};
-            column.stretch = static_cast<int>(c) == titleColumn_;
-            if (isAmount(field.type)) column.align = Align::Right;
-            columns.push_back(std::move(column));
-        }
-        grdDispWindow.setColumns(std::move(columns));
-        shownOnce_ = true;
+    if (names_.empty()) {
+        for (const Field& field : rows.fields()) names_.push_back(field.name);
+        grdDispWindow.setColumns(columnsOf(rows));
     }
     std::vector<ListView::Item> items;
     items.reserve(rows.recordCount());
     for (const Row& row : rows.rows()) {
         ListView::Item item;
         item.cells.reserve(row.size());
-        for (std::size_t c = 0; c < row.size(); ++c) item.cells.push_back(shown(row[c], rows.fields()[c].type));
+        for (std::size_t c = 0; c < row.size(); ++c) item.cells.push_back(shownText(c, row[c], rows.fields()[c].type));
         items.push_back(std::move(item));
     }
     const bool any = !items.empty();
     grdDispWindow.setItems(std::move(items));
+    grdDispWindow.mark(trimBlanks(txtSearchStr.text()));
     if (any) grdDispWindow.select(0);
     lblTotal.setText(std::to_string(rows.recordCount()));
     cmdSelect.setEnabled(any);
@@ -123,13 +140,9 @@ void SearchDialog::txtSearchStr_KeyDown(const std::string& key, bool& handled) {
 void SearchDialog::cmdSelect_Click() {
     const int row = grdDispWindow.selected();
     if (row < 0) return;
-    choose(codeColumn_ >= 0 ? grdDispWindow.cell(row, codeColumn_) : std::string(),
-           titleColumn_ >= 0 ? grdDispWindow.cell(row, titleColumn_) : std::string());
-}
-
-void SearchDialog::choose(std::string code, std::string title) {
-    code_ = std::move(code);
-    title_ = std::move(title);
+    chosen_ = grdDispWindow.item(row).cells;
+    code_ = grdDispWindow.cell(row, codeColumn_);
+    title_ = grdDispWindow.cell(row, titleColumn_);
     confirmed_ = true;
     Unload();
 }

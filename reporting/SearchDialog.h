@@ -28,6 +28,8 @@ public:
     const std::string& Code() const { return code_; }
     const std::string& Title() const { return title_; }
     bool Confirmed() const { return confirmed_; }
+    /// Text of the chosen row in a column of the statement; empty where the statement has no such column.
+    std::string Cell(std::string_view column) const;
 
     TextBox txtSearchStr{*this, "txtSearchStr"};
     CheckBox chkAutoSearch{*this, "chkAutoSearch", "A&utoSearch"};
@@ -40,10 +42,13 @@ protected:
     void Form_Load() override;
     /// Which columns of the result are the code and the name; -1 where there is none.
     virtual int codeColumn(const Recordset& rows) const;
+    /// How the columns of the result look.
+    virtual std::vector<ListColumn> columnsOf(const Recordset& rows) const;
     virtual int titleColumn(const Recordset& rows) const;
+    /// A value as its cell shows it.
+    virtual std::string shownText(std::size_t column, const Value& value, DataType type) const;
     virtual Layout buttonRow();
     Session& session() const { return session_; }
-    void choose(std::string code, std::string title);
     void RefreshGrid();
 
 private:
@@ -53,8 +58,9 @@ private:
 
     Session& session_;
     std::string code_, title_;
-    std::string shownFor_;  ///< the text that the rows belong to
-    bool shownOnce_ = false;
+    std::vector<std::string> names_;   ///< columns of the statement
+    std::vector<std::string> chosen_;  ///< cells of the chosen row
+    std::string shownFor_;             ///< the text that the rows belong to
     bool confirmed_ = false;
     bool settingText_ = false;
     int codeColumn_ = -1;

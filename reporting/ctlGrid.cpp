@@ -1,26 +1,16 @@
 #include "reporting/ctlGrid.h"
 
 #include "platform/base/Text.h"
-#include "platform/forms/Dialogs.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/QuietDialogs.h"
+#include "reporting/frmRefusedCells.h"
 
 namespace kv {
-namespace {
-
-constexpr int kTwipsPerPixel = 15;
-constexpr std::size_t kRefusalsShown = 10;
-
-}  // namespace
 
 ctlGrid::ctlGrid(Form& form, std::string name) : Grid(form, std::move(name)) { connectHooks(); }
 
 void ctlGrid::connectHooks() {
-    canEnter = [this](int, int) {
-        bool off = false;
-        raise(onShowEntry, "ShowEntry", off);
-        return !off;
-    };
+    canEnter = [this](int, int) { return !pasting_ && entryIsOn(); };
     isLocked = [this](int c) { return rules(c).lock; };
     hasBrowse = [this](int c) { return rules(c).browse; };
     filterKeys = [this](int c, const std::string& key, const std::string& kept) {
@@ -34,13 +24,14 @@ void ctlGrid::connectHooks() {
         raise(onEnterCell, "EnterCell");
         raise(onRowColChange, "RowColChange");
     };
-    editorShown = [this](int, int) { raise(onFocusEntry, "FocusEntry"); };
+    focusEntry = [this](int, int) { raise(onFocusEntry, "FocusEntry"); };
     next = [this](int r, int c) { return NextCell(r, c); };
     keyDown = [this](const std::string& key) {
         bool handled = false;
         raise(onGridKey, "KeyDown", key, handled);
         return handled;
     };
+    clicked = [this](int, int) { raise(onClick, "Click"); };
     doubleClicked = [this](int, int) { raise(onDblClick, "DblClick"); };
     columnClicked = [this](int c) { raise(onColumnClick, "ColumnClick", c); };
     pasted = [this](int r, int c, const std::vector<std::vector<std::string>>& block) { pasteBlock(r, c, block); };
@@ -64,6 +55,12 @@ ctlGrid::ColumnRules& ctlGrid::rules(int col) {
     const auto at = static_cast<std::size_t>(col < 0 ? 0 : col);
     if (at >= rules_.size()) rules_.resize(at + 1);
     return rules_[at];
+}
+
+bool ctlGrid::entryIsOn() const {
+    bool off = false;
+    raise(onShowEntry, "ShowEntry", off);
+    return !off;
 }
 
 void ctlGrid::SetTextEntry(std::string text) {
@@ -118,7 +115,7 @@ void ctlGrid::InsertRow(int Row) {
 }
 
 bool ctlGrid::usable(int col) const {
-    return columnWidth(col) > 0 &&
+    return col > 0 && columnWidth(col) > 0 &&  // column 0 holds the row marker
            !(static_cast<std::size_t>(col) < rules_.size() && rules_[static_cast<std::size_t>(col)].lock);
 }
 
@@ -130,8 +127,7 @@ bool ctlGrid::rowIsBlank(int row) const {
 }
 
 std::pair<int, int> ctlGrid::NextCell(int Row, int Col) {
-    int c = nextStart_ >= 0 ? nextStart_ : Col;
-    nextStart_ = -1;
+    int c = std::exchange(nextStart_, std::nullopt).value_or(Col);
     int r = Row;
     for (int step = 0; step < 2 * cols(); ++step) {
         if (++c >= cols()) {
@@ -180,44 +176,42 @@ std::vector<int> ctlGrid::pasteColumns(int col, std::size_t width) const {
 /// Puts one pasted cell through the column's filter and the screen's validation. The reason when it is refused.
 std::string ctlGrid::pasteCell(int row, int col, const std::string& text) {
     if (!usable(col)) return {};
-    std::string entry = text;
-    if (rules(col).filter >= EntryFilter::SignedNumber) entry = replaceAll(entry, ",", "");
-    const std::string taken = kv::filterKeys(rules(col).filter, trimBlanks(entry), "");
-    if (taken != trimBlanks(entry) && rules(col).filter != EntryFilter::UpperCase) return "not taken in this column";
-    if (taken.empty()) return {};
+    const EntryFilter filter = rules(col).filter;
+    const std::string entry = pastedEntry(filter, text);
+    const std::string taken = kv::filterKeys(filter, entry, "");
+    if (taken != entry && filter != EntryFilter::UpperCase) return "not taken in this column";
+    if (taken.empty() && cell(row, col).empty()) return {};
     moveTo(row, col);
-    if (!canEnter(row, col)) return "not open for entry";
+    if (!entryIsOn()) return taken.empty() ? std::string() : "not open for entry";
     QuietDialogs quiet;
     std::string written = taken;
-    if (!validateEntry(row, col, written)) return quiet.texts().empty() ? "refused" : quiet.texts().front();
-    setCell(row, col, writtenBack(rules(col).filter, written));
+    if (!validateEntry(row, col, written)) {
+        if (!quiet.texts().empty()) return quiet.texts().front();
+        return quiet.asked() ? "it has to be chosen by a search" : "refused";
+    }
+    setCell(row, col, writtenBack(filter, written));
     return {};
 }
 
 void ctlGrid::pasteBlock(int row, int col, const std::vector<std::vector<std::string>>& block) {
+    const Hourglass busy;
     closeEditor();
-    std::vector<std::string> refusals;
+    std::vector<RefusedCell> refused;
+    pasting_ = true;
     int r = row;
     for (const auto& line : block) {
         if (r >= rows()) InsertRow(rows());
         const std::vector<int> columns = pasteColumns(col, line.size());
         for (std::size_t i = 0; i < line.size() && i < columns.size(); ++i) {
             const std::string reason = pasteCell(r, columns[i], line[i]);
-            if (!reason.empty()) {
-                refusals.push_back("Line " + std::to_string(r) + ", " + heading(columns[i]) + " \"" + line[i] +
-                                   "\": " + reason);
-            }
+            if (!reason.empty()) refused.push_back({r, heading(columns[i]), line[i], reason});
         }
         ++r;
     }
+    pasting_ = false;
     moveTo(row, col);
     raise(onAfterValidate, "AfterValidate");
-    if (refusals.empty()) return;
-    const std::size_t count = refusals.size();
-    if (count > kRefusalsShown) refusals.resize(kRefusalsShown);
-    MsgBox(std::to_string(count) + " pasted cell" + (count == 1 ? " was" : "s were") + " refused:\n" +
-               join(refusals, "\n") + (count > kRefusalsShown ? "\n..." : ""),
-           Icon::Exclamation);
+    tellRefusedCells(std::move(refused));
 }
 
 }  // namespace kv

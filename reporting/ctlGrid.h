@@ -2,6 +2,7 @@
 // ctlGrid: the editable grid on which journal, voucher and deposit lines are typed. Each column has a lock, a browse
 // button, a filter and a blank check; the screen validates entries and refuses them by Cancel.
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,11 @@ public:
     void SetRows(int count) { setRows(count); }
     int Row() const { return row(); }
     int Col() const { return col(); }
+    /// Move without validation, as code may.
+    void SetRow(int Row) { moveTo(Row, col()); }
+    void SetCol(int Col) { moveTo(row(), Col); }
+    bool Enabled() const { return enabled(); }
+    void SetEnabled(bool on) { setEnabled(on); }
     /// The text in the editor; during ValidateEntry what is about to be written.
     std::string TextEntry() const { return validating_ ? entry_ : editorText(); }
     void SetTextEntry(std::string text);
@@ -39,10 +45,11 @@ public:
     /// The cell may be validated when it is empty.
     void ValidateBlank(int Col, bool on = true);
     void Refresh();
-    int CellHeight() const { return cellHeight(); }
     bool RowIsVisible(int Row) const { return rowIsVisible(Row); }
-    int ColPos(int Col) const { return columnX(Col); }
-    int RowPos(int Row) const { return rowY(Row); }
+    // places in twips from the grid's upper left corner
+    int CellHeight() const { return cellHeight() * kTwipsPerPixel; }
+    int ColPos(int Col) const { return columnX(Col) * kTwipsPerPixel; }
+    int RowPos(int Row) const { return rowY(Row) * kTwipsPerPixel; }
     /// Removes the row, or blanks it when it is the only one.
     void RemoveRow(int Row);
     void InsertRow(int Row);
@@ -56,12 +63,13 @@ public:
     std::pair<int, int> NextCell(int Row, int Col);
 
     Event<bool&> onShowEntry;  ///< the screen may refuse entry by setting the flag
-    Event<> onFocusEntry;
+    Event<> onFocusEntry;      ///< entry begins; the editor is laid over the cell after it, unless the column is locked
     Event<bool&> onValidateEntry;
     Event<> onAfterValidate;
     Event<> onBrowse;
     Event<> onEnterCell;
     Event<> onRowColChange;
+    Event<> onClick;
     Event<> onDblClick;
     Event<int> onColumnClick;
     Event<std::string, bool&> onGridKey;  ///< F-keys and the like by name; the flag says it was handled
@@ -74,7 +82,9 @@ private:
         bool blankCheck = false;
     };
     ColumnRules& rules(int col);
+    static constexpr int kTwipsPerPixel = 15;
     bool usable(int col) const;
+    bool entryIsOn() const;
     bool rowIsBlank(int row) const;
     void markOpenRow();
     void connectHooks();
@@ -84,9 +94,10 @@ private:
     std::vector<int> pasteColumns(int col, std::size_t width) const;
 
     std::vector<ColumnRules> rules_;
-    int nextStart_ = -1;
+    std::optional<int> nextStart_;
     bool skipOnce_ = false;
     bool validating_ = false;
+    bool pasting_ = false;
     std::string entry_;
 };
 

@@ -2,6 +2,7 @@
 
 #include "core/Session.h"
 #include "core/module1.h"
+#include "platform/base/Text.h"
 
 namespace kv {
 namespace {
@@ -17,6 +18,15 @@ frmSearchVend::frmSearchVend(Session& session) : SearchDialog(session, "frmSearc
 }
 
 Layout frmSearchVend::buttonRow() { return row({lblTotal, cmdBuild, stretch(), cmdSelect, cmdCancel}); }
+
+std::vector<ListColumn> frmSearchVend::columnsOf(const Recordset& rows) const {
+    std::vector<ListColumn> columns = SearchDialog::columnsOf(rows);
+    for (ListColumn& column : columns) {
+        if (equalsNoCase(column.heading, "SUPPLIERNAME")) column.heading = "Supplier";
+        if (equalsNoCase(column.heading, "SUPPLIERID")) column.heading = "Code";
+    }
+    return columns;
+}
 
 void frmSearchVend::SetMode(std::string_view Mode, bool ActiveList) {
     if (Mode != "I") return;

@@ -18,6 +18,7 @@ public:
 
 protected:
     Layout buttonRow() override;
+    std::vector<ListColumn> columnsOf(const Recordset& rows) const override;
 
 private:
     void cmdBuild_Click();

@@ -222,6 +222,11 @@ std::vector<std::string> split(std::string_view text, char separator) {
     return parts;
 }
 
+std::string spreadsheetCell(std::string_view text) {
+    if (text.find_first_of("\t\r\n\"") == std::string_view::npos) return std::string(text);
+    return '"' + replaceAll(text, "\"", "\"\"") + '"';
+}
+
 std::string join(const std::vector<std::string>& parts, std::string_view separator) {
     std::string out;
     for (std::size_t i = 0; i < parts.size(); ++i) {

@@ -19,6 +19,8 @@ bool startsNoCase(std::string_view text, std::string_view prefix);
 std::string replaceAll(std::string_view text, std::string_view from, std::string_view to);
 std::vector<std::string> split(std::string_view text, char separator);
 std::string join(const std::vector<std::string>& parts, std::string_view separator);
+/// A cell as spreadsheets take it from the clipboard: in quotes where it holds a tab, a line end or a quote.
+std::string spreadsheetCell(std::string_view text);
 /// Characters (code points) of a UTF-8 text.
 std::size_t charCount(std::string_view text);
 /// `count` characters from character `start` (from 0), as far as there are any.

@@ -5,8 +5,10 @@
 #include <QDesktopServices>
 #include <QEventLoop>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QStandardPaths>
 #include <QUrl>
 
 #include "platform/base/Text.h"
@@ -36,6 +38,7 @@ std::optional<std::string> askFile(std::string_view title, std::string_view prop
     dialog.setFileMode(saving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     dialog.setNameFilters(filtersOf(filter));
     if (!filter.defaultEnding.empty()) dialog.setDefaultSuffix(qs(filter.defaultEnding));
+    if (filter.callerAsksToOverwrite) dialog.setOption(QFileDialog::DontConfirmOverwrite);
     if (!proposed.empty()) dialog.selectFile(qs(proposed));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
     return toStd(dialog.selectedFiles().front());
@@ -121,6 +124,11 @@ PrinterChoice takePrinterChoice() {
 void setClipboard(std::string_view text) { QGuiApplication::clipboard()->setText(qs(text)); }
 
 std::string clipboard() { return toStd(QGuiApplication::clipboard()->text()); }
+
+std::string desktopFolder() {
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
+    return QFileInfo(folder).isDir() ? toStd(folder) : std::string();
+}
 
 bool openWithDesktop(const std::string& path) { return QDesktopServices::openUrl(QUrl::fromLocalFile(qs(path))); }
 

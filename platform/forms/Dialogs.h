@@ -40,6 +40,7 @@ std::optional<std::string> InputBox(std::string_view prompt, std::string_view ti
 struct FileFilter {
     std::string text;  ///< "Excel Files (*.xls)|*.xls|All Files (*.*)|*.*"
     std::string defaultEnding;
+    bool callerAsksToOverwrite = false;  ///< the dialog itself does not
 };
 std::optional<std::string> askSaveFile(std::string_view title, std::string_view proposed, const FileFilter& filter);
 std::optional<std::string> askOpenFile(std::string_view title, const FileFilter& filter);
@@ -72,6 +73,9 @@ void sendKeys(std::string_view keys, bool wait);
 
 /// Whether Caps Lock was on at the last letter typed: the toolkit does not tell the lock, a capital without Shift does.
 bool capsLockOn();
+
+/// The user's desktop; empty where there is no such folder.
+std::string desktopFolder();
 
 /// Opens a folder or file with the desktop's own program; false where there is none.
 bool openWithDesktop(const std::string& path);

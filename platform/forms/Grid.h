@@ -62,7 +62,7 @@ public:
     bool commit();
 
     // hooks of the owner; all but the last are asked while the user works in the grid
-    std::function<bool(int row, int col)> canEnter;  ///< false: the cell is shown, not edited
+    std::function<bool(int row, int col)> canEnter;  ///< false: the cell is shown, not edited; also for locked columns
     std::function<bool(int col)> isLocked;           ///< skipped by Enter and never edited
     std::function<bool(int col)> hasBrowse;
     std::function<std::string(int col, std::string key, std::string editor)>
@@ -72,10 +72,12 @@ public:
     std::function<void(int row, int col)> committed;
     std::function<void(int row, int col)> browse;
     std::function<void(int row, int col)> entered;  ///< the current cell changed
-    std::function<void(int row, int col)> editorShown;
+    /// Entry begins at the current cell, the editor not being there yet; also where the column is locked.
+    std::function<void(int row, int col)> focusEntry;
     /// Where Enter goes; may add a row; a row below 1: on to the next control.
     std::function<std::pair<int, int>(int row, int col)> next;
-    std::function<bool(std::string key)> keyDown;  ///< F-keys by name; true: handled
+    std::function<bool(std::string key)> keyDown;   ///< F-keys by name; true: handled
+    std::function<void(int row, int col)> clicked;  ///< a pointer came to the cell, row marker included
     std::function<void(int row, int col)> doubleClicked;
     std::function<void(int col)> columnClicked;
     /// A block of rows pasted from a spreadsheet at the current cell: tab-separated cells, lines per row.

@@ -255,7 +255,8 @@ void GridView::copyRows() const {
     for (int row = std::min(markFrom_, markTo_); row <= std::max(markFrom_, markTo_); ++row) {
         std::vector<std::string> cells;
         for (int col = 0; col < model_.columnCount(); ++col) {
-            if (!isColumnHidden(col) && !model_.isMarker(col)) cells.push_back(toStd(model_.text(row - 1, col)));
+            if (!isColumnHidden(col) && !model_.isMarker(col))
+                cells.push_back(spreadsheetCell(toStd(model_.text(row - 1, col))));
         }
         lines.push_back(join(cells, "\t"));
     }
@@ -287,13 +288,15 @@ void GridView::mousePressEvent(QMouseEvent* event) {
     const QModelIndex index = indexAt(event->position().toPoint());
     if (event->button() != Qt::LeftButton || !index.isValid()) return;
     const int row = index.row() + 1;
-    if (!model_.isMarker(index.column())) {
-        go(row, index.column());
-        return;
+    const int col = index.column();
+    if (!model_.isMarker(col)) {
+        if (!go(row, col)) return;
+    } else {
+        if (!commit()) return;
+        const bool extends = (event->modifiers() & Qt::ShiftModifier) && markFrom_;
+        markRows(extends ? markFrom_ : row, row);
     }
-    if (!commit()) return;
-    const bool extends = (event->modifiers() & Qt::ShiftModifier) && markFrom_;
-    markRows(extends ? markFrom_ : row, row);
+    if (grid_.clicked) guard_("Click", [&] { grid_.clicked(row, col); });
 }
 
 void GridView::mouseMoveEvent(QMouseEvent* event) {

@@ -171,12 +171,16 @@ void GridView::setEditorText(const QString& text) {
 }
 
 void GridView::openEditor() {
-    if (open_ || row_ < 1 || row_ > lastRow() || col_ >= model_.columnCount() || isLocked(col_) || !isEnabled()) return;
+    if (open_ || row_ < 1 || row_ > lastRow() || col_ >= model_.columnCount() || !isEnabled()) return;
+    const int row = row_;
+    const int col = col_;
     if (grid_.canEnter) {
         bool may = false;
-        guard_("EnterCell", [&] { may = grid_.canEnter(row_, col_); });
+        guard_("ShowEntry", [&] { may = grid_.canEnter(row, col); });
         if (!may) return;
     }
+    if (grid_.focusEntry) guard_("FocusEntry", [&] { grid_.focusEntry(row, col); });
+    if (open_ || !isCurrent(row, col) || isLocked(col)) return;
     const GridColumn& column = model_.column(col_);
     editor_->setAlignment(column.align == Align::Right ? Qt::AlignRight : Qt::AlignLeft);
     const bool searched = grid_.hasBrowse && grid_.hasBrowse(col_);
@@ -190,7 +194,6 @@ void GridView::openEditor() {
     box_->raise();
     if (focusInside()) editor_->setFocus();
     editor_->selectAll();
-    if (grid_.editorShown) guard_("FocusEntry", [&] { grid_.editorShown(row_, col_); });
 }
 
 void GridView::hideEditor() {

@@ -137,6 +137,7 @@ struct Tones {
     QColor locked, hint, danger, dangerSoft, good;
     QColor desktop, titleBar, titleBarText;
     QColor alternate;
+    QColor mark;  ///< behind a text that was searched
 };
 const Tones& tones();
 /// Called when the theme changes, as long as `owner` lives.

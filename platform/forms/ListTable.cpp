@@ -130,8 +130,27 @@ void ListPaint::paint(QPainter* painter, const QStyleOptionViewItem& option, con
     painter->setFont(option.font);
     const Align align = rows_.columns()[static_cast<std::size_t>(index.column())].align;
     const int side = align == Align::Right ? Qt::AlignRight : align == Align::Center ? Qt::AlignHCenter : Qt::AlignLeft;
-    painter->drawText(inside, side | Qt::AlignVCenter | Qt::TextSingleLine,
-                      option.fontMetrics.elidedText(text, Qt::ElideRight, inside.width()));
+    const QString shown = option.fontMetrics.elidedText(text, Qt::ElideRight, inside.width());
+    if (!table_.marked.isEmpty()) {
+        const int room = inside.width() - option.fontMetrics.horizontalAdvance(shown);
+        paintMarks(*painter, inside, shown,
+                   inside.left() + (side == Qt::AlignRight     ? room
+                                    : side == Qt::AlignHCenter ? room / 2
+                                                               : 0));
+    }
+    painter->drawText(inside, side | Qt::AlignVCenter | Qt::TextSingleLine, shown);
+}
+
+void ListPaint::paintMarks(QPainter& painter, const QRect& inside, const QString& text, int left) const {
+    const QFontMetrics metrics = painter.fontMetrics();
+    const auto length = table_.marked.size();
+    for (qsizetype at = text.indexOf(table_.marked, 0, Qt::CaseInsensitive); at >= 0;
+         at = text.indexOf(table_.marked, at + length, Qt::CaseInsensitive)) {
+        const int from = left + metrics.horizontalAdvance(text, static_cast<int>(at));
+        const int to = left + metrics.horizontalAdvance(text, static_cast<int>(at + length));
+        const QRect band(from, inside.center().y() - metrics.height() / 2, to - from, metrics.height() + 1);
+        painter.fillRect(band, tones().mark);
+    }
 }
 
 void ListPaint::paintCheck(QPainter& painter, const QRect& box, bool checked) const {

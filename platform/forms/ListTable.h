@@ -14,6 +14,7 @@ public:
     explicit ListTable(ListModel& model);
 
     bool checks = false;
+    QString marked;                           ///< a text that is shown where it stands in the cells
     std::function<void(int row)> rowClicked;  ///< the user came to a row
     std::function<bool(int row)> rowOpened;   ///< double click or Enter; false: the key goes on to the form
     std::function<void(int row)> rowChecked;  ///< the check box or the blank key
@@ -38,6 +39,7 @@ public:
 
 private:
     void paintCheck(QPainter& painter, const QRect& box, bool checked) const;
+    void paintMarks(QPainter& painter, const QRect& inside, const QString& text, int left) const;
     ListTable& table_;
     ListModel& rows_;
 };

@@ -178,6 +178,11 @@ std::vector<int> ListView::checkedRows() const {
 
 void ListView::sortBy(int column, bool descending) { impl_->sort(column, descending); }
 
+void ListView::mark(std::string_view text) {
+    impl_->table->marked = qs(text);
+    impl_->table->viewport()->update();
+}
+
 void ListView::filter(std::string_view text) {
     const int row = selected();
     impl_->rows.filter(text);

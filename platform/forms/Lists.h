@@ -63,6 +63,8 @@ public:
     /// Shows only rows that hold the text in any column; empty shows all. Row numbers stay those of all rows.
     void filter(std::string_view text);
     void setDragging(bool on);  ///< rows can be dragged onto the nodes of a tree, which tells it by their keys
+    /// Shows where a text stands in the cells; empty marks nothing.
+    void mark(std::string_view text);
 
     Event<int> onItemClick;  ///< the selected row changed by the user
     Event<int> onDblClick;   ///< double click, or Enter on a row

@@ -17,10 +17,16 @@ QuietDialogs::QuietDialogs() : before_(dialogHooks()) {
                 return Answer::Cancel;
         }
     };
-    quiet.input = [](const std::string&, const std::string&, const std::string&) { return std::nullopt; };
+    quiet.input = [this](const std::string&, const std::string&, const std::string&) {
+        asked_ = true;
+        return std::nullopt;
+    };
     quiet.file = [](const std::string&, const std::string&, bool) { return std::nullopt; };
     quiet.printer = [] { return std::nullopt; };
-    quiet.modal = [](Form& form) { form.Unload(); };
+    quiet.modal = [this](Form& form) {
+        asked_ = true;
+        form.Unload();
+    };
     dialogHooks() = std::move(quiet);
 }
 

@@ -17,10 +17,13 @@ public:
     ~QuietDialogs();
 
     const std::vector<std::string>& texts() const { return texts_; }
+    /// A form or an input box was closed without its answer.
+    bool asked() const { return asked_; }
 
 private:
     DialogHooks before_;
     std::vector<std::string> texts_;
+    bool asked_ = false;
 };
 
 }  // namespace kv

@@ -34,6 +34,7 @@ Tones lightTones() {
     t.titleBar = QColor("#ffffff");
     t.titleBarText = QColor("#1f2937");
     t.alternate = QColor("#f7f9fc");
+    t.mark = QColor("#ffe08a");
     return t;
 }
 
@@ -58,6 +59,7 @@ Tones darkTones() {
     t.titleBar = QColor("#2a313d");
     t.titleBarText = QColor("#e7ebf1");
     t.alternate = QColor("#262c37");
+    t.mark = QColor("#6b5310");
     return t;
 }
 

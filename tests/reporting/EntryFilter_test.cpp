@@ -58,6 +58,27 @@ TEST(EntryFilter, WritesNumbersAndDatesBackInTheirForm) {
     for (const auto& row : rows) EXPECT_EQ(writtenBack(row.filter, row.typed), row.written) << row.typed;
 }
 
+TEST(EntryFilter, TakesTheWaysInWhichSpreadsheetsWriteFigures) {
+    using enum EntryFilter;
+    struct {
+        EntryFilter filter;
+        const char* pasted;
+        const char* entry;
+    } rows[] = {
+        {SignedNumber, " 1,250.50 ", "1250.50"},
+        {SignedNumber, "(1,250.50)", "-1250.50"},
+        {SignedNumber, "12.5-", "-12.5"},
+        {SignedNumber, " -   ", ""},
+        {SignedNumber, "()", "()"},
+        {DateText, "2024-03-15", "3/15/2024"},
+        {DateText, "15 Mar 2024", "3/15/2024"},
+        {DateText, "soon", "soon"},
+        {Free, " A, B ", "A, B"},
+        {UpperCase, "(a)", "(a)"},
+    };
+    for (const auto& row : rows) EXPECT_EQ(pastedEntry(row.filter, row.pasted), row.entry) << row.pasted;
+}
+
 TEST(SearchStatement, ReplacesEveryMarkAndCannotBeBrokenOutOf) {
     EXPECT_EQ(searchStatement("select Code from T where a like '##%' or b like '##%'", " and Status = 'A'", "x"),
               "select Code from T where a like 'x%' or b like 'x%' and Status = 'A'");
