@@ -53,6 +53,30 @@ protected:
     frmLists form;
 };
 
+TEST_F(ListsTest, MarksATextWhereItStandsInTheCells) {
+    const auto bandsIn = [&](int row, int col) {
+        const QImage cell = form.table()
+                                .viewport()
+                                ->grab(form.table().visualRect(form.table().model()->index(row, col)))
+                                .toImage()
+                                .convertToFormat(QImage::Format_RGB32);
+        int bands = 0;  // along a line below the text
+        const int y = cell.height() / 2 + form.table().fontMetrics().height() / 2 - 1;
+        for (int x = 1; x < cell.width(); ++x) {
+            bands += cell.pixelColor(x, y) == tones().mark && cell.pixelColor(x - 1, y) != tones().mark ? 1 : 0;
+        }
+        return bands;
+    };
+    form.lvw.mark("an");
+    EXPECT_EQ(bandsIn(0, 3), 1) << "Ana, in any letter case";
+    EXPECT_EQ(bandsIn(1, 3), 1) << "behind a letter of two bytes";
+    EXPECT_EQ(bandsIn(2, 3), 0);
+    form.lvw.mark("00");
+    EXPECT_EQ(bandsIn(0, 1), 2) << "1,000.00, aligned right";
+    form.lvw.mark("");
+    EXPECT_EQ(bandsIn(0, 1), 0);
+}
+
 TEST_F(ListsTest, SortsNumbersAsNumbersAndDatesAsDates) {
     form.lvw.select(0);
     form.lvw.setChecked(1, true);
