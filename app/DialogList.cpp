@@ -153,7 +153,9 @@ std::vector<DialogEntry> makeList() {
         {"frmRepDate", "ledger", "Days of a Report",
             [](Session&, Values& v) { return ask<2>(frmRepDate("Days of a Report"), v); }},
         {"frmRepPrd", "ledger", "Months of a Report",
-            [](Session& s, Values& v) { return ask<3>(frmRepPrd(s, "Months of a Report", StatementEntity::Account), v); }},
+            [](Session& s, Values& v) {
+                return ask<3>(frmRepPrd(s, "Months of a Report", StatementEntity::Account), v);
+            }},
         {"frmSearch", "reporting", "Search", searchCostCenter},
         {"frmSearchAcct", "reporting", "Account Codes", searchAccount},
         {"frmSearchAdvances", "reporting", "Advances to Apply", searchAdvances},
