@@ -89,7 +89,8 @@ YearState readYearState(Session& session, std::string_view Year) {
     state.LastPeriod = months["LastPeriod"].text();
     readPrepared(session, state);
     readOpenBooks(session, months["FirstPeriod"].text(), state);
-    state.Closed = answer(session, sql("SELECT Batch FROM GLBatch WHERE Batch = '{}'").text(yearEndBatch(Year))) != "";
+    state.Closed =
+        !answer(session, sql("SELECT Batch FROM GLBatch WHERE Batch = '{}'").text(yearEndBatch(Year))).empty();
     state.Forwarded = YearIsOpened(session, next(Year));
     return state;
 }
