@@ -4,6 +4,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "platform/base/Date.h"
 #include "platform/base/Error.h"
 
 namespace fs = std::filesystem;
@@ -47,6 +48,14 @@ std::string readTextFile(const std::string& path) {
     if (in) text << in.rdbuf();
     if (!in) throw Error(53, "Paths", "File not found: " + path);
     return text.str();
+}
+
+std::string freeNameBeside(const std::string& path, std::string_view what) {
+    const std::string name = path + "." + std::string(what) + "-" + Format(Now(), "yyyyMMdd-HHnnss");
+    std::string free = name;
+    std::error_code none;
+    for (int i = 2; fs::exists(fs::symlink_status(free, none)); ++i) free = name + "-" + std::to_string(i);
+    return free;
 }
 
 void writeTextFile(const std::string& path, std::string_view text) {

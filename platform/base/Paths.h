@@ -15,6 +15,8 @@ std::string buildPath(std::string_view folder, std::string_view name);
 std::string fileNameOf(std::string_view path);
 /// Whole file; raises Error 53 when it cannot be read.
 std::string readTextFile(const std::string& path);
+/// A name beside the file that is free, by the time, e.g. "login.toml.damaged-20240331-173000".
+std::string freeNameBeside(const std::string& path, std::string_view what);
 /// Writes beside the target and moves it into place, so that a failure leaves the old file. Raises Error 75.
 void writeTextFile(const std::string& path, std::string_view text);
 

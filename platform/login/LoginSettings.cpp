@@ -10,6 +10,7 @@
 #include "platform/base/Error.h"
 #include "platform/base/Paths.h"
 #include "platform/base/Text.h"
+#include "platform/base/TomlText.h"
 
 namespace fs = std::filesystem;
 
@@ -17,10 +18,14 @@ namespace kv {
 namespace {
 
 constexpr long kErrBadFormat = 321;
+constexpr long kErrNotWritten = 75;
 constexpr const char* kHead =
     "# Where this workstation finds the books. Written at each sign-in; no password is kept here.\n";
 
-std::string textOf(const toml::table& table, std::string_view key) { return table[key].value_or(std::string()); }
+std::string textOf(const TextNode& table, std::string_view key, const char* otherwise = "") {
+    const TextNode* node = table.find(key);
+    return node != nullptr && node->kind == TextNode::Kind::Text ? node->text : otherwise;
+}
 
 toml::table tableOf(const DataSource& server) {
     toml::table table;
@@ -30,6 +35,17 @@ toml::table tableOf(const DataSource& server) {
     if (!server.driver.empty()) table.insert("driver", server.driver);
     if (!server.options.empty()) table.insert("options", server.options);
     return table;
+}
+
+/// An administrator's work may be in a file that one slip made unreadable.
+void keepWhatCannotBeRead(const std::string& path) {
+    try {
+        (void)loadLoginSettings(path);
+    } catch (const Error&) {
+        std::error_code failed;
+        fs::copy_file(path, freeNameBeside(path, "damaged"), failed);
+        if (failed) throw Error(kErrNotWritten, "LoginSettings", "The file cannot be copied: " + path);
+    }
 }
 
 }  // namespace
@@ -63,24 +79,22 @@ std::string defaultLoginFile() {
 LoginSettings loadLoginSettings(const std::string& path) {
     LoginSettings settings;
     if (!fileExists(path)) return settings;
-    toml::table file;
+    TextNode file;
     try {
-        file = toml::parse(readTextFile(path), path);
-    } catch (const toml::parse_error& e) {
+        file = readToml(readTextFile(path), path);
+    } catch (const TomlError& e) {
         throw Error(kErrBadFormat, "LoginSettings",
-                    path + ", line " + std::to_string(e.source().begin.line) + ": " + std::string(e.description()));
+                    path + ", line " + std::to_string(e.place.line) + ": " + e.description);
     }
-    settings.chosen = file["source"].value_or(std::string(kThisComputer));
+    settings.chosen = textOf(file, "source", kThisComputer);
     settings.employee = textOf(file, "employee");
-    if (const toml::array* servers = file["server"].as_array()) {
-        for (const toml::node& node : *servers) {
-            const toml::table* table = node.as_table();
-            if (!table) continue;
-            DataSource server{textOf(*table, "name"), textOf(*table, "server"), textOf(*table, "user"),
-                              textOf(*table, "driver"), textOf(*table, "options")};
-            if (server.name.empty()) server.name = server.server;
-            if (!server.embedded()) settings.servers.push_back(std::move(server));
-        }
+    const TextNode* servers = file.find("server");
+    if (servers == nullptr) return settings;
+    for (const TextNode& node : servers->items) {
+        DataSource server{textOf(node, "name"), textOf(node, "server"), textOf(node, "user"), textOf(node, "driver"),
+                          textOf(node, "options")};
+        if (server.name.empty()) server.name = server.server;
+        if (!server.embedded()) settings.servers.push_back(std::move(server));
     }
     return settings;
 }
@@ -96,6 +110,7 @@ void saveLoginSettings(const std::string& path, const LoginSettings& settings) {
     text << kHead << file << "\n";
     std::error_code failed;
     fs::create_directories(fs::path(path).parent_path(), failed);
+    keepWhatCannotBeRead(path);
     writeTextFile(path, text.str());
     fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write, failed);
 }

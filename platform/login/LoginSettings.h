@@ -35,9 +35,11 @@ struct LoginSettings {
 /// "~/.config/korvane/login.toml", or below XDG_CONFIG_HOME where the desktop sets it.
 std::string defaultLoginFile();
 
-/// A missing file gives the defaults. Raises Error 321 with the line of what cannot be read.
+/// A missing file gives the defaults. Raises Error 321 with the line of what cannot be read, 53 for a file that cannot
+/// be opened.
 LoginSettings loadLoginSettings(const std::string& path);
-/// Makes the folder when needed; the file is readable by its owner only. Raises Error 75.
+/// Makes the folder when needed; the file is readable by its owner only. What stands there and cannot be read is first
+/// copied beside it ("login.toml.damaged-20240331-173000"). Raises Error 75, and then the old file stands.
 void saveLoginSettings(const std::string& path, const LoginSettings& settings);
 
 }  // namespace kv

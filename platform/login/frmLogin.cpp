@@ -79,8 +79,7 @@ void frmLogin::wire() {
 void frmLogin::Form_Load() {
     try {
         if (!options_.settingsFile.empty()) settings_ = loadLoginSettings(options_.settingsFile);
-    } catch (const Error& e) {  // a broken file must not keep anyone out, and stays for the administrator to mend
-        settingsReadable_ = false;
+    } catch (const Error& e) {  // a broken file must not keep anyone out; the save after the sign-in keeps a copy
         lblHint.setText(e.description);
     }
     lblCapsLock.setVisible(false);
@@ -209,7 +208,7 @@ void frmLogin::enter(const Employee& employee) {
 }
 
 void frmLogin::remember() {
-    if (options_.settingsFile.empty() || !settingsReadable_) return;
+    if (options_.settingsFile.empty()) return;
     LoginSettings now = settings_;
     now.chosen = connected_->name;
     now.employee = signedIn_->employee.code;

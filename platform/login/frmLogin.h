@@ -35,7 +35,6 @@ private:
     LoginOptions options_;
     SignIn signIn_;
     LoginSettings settings_;
-    bool settingsReadable_ = true;
     std::shared_ptr<Connection> connection_;
     std::optional<DataSource> connected_;  ///< the source that `connection_` stands for
     std::string connectedPassword_;

@@ -1,22 +1,14 @@
 #pragma once
-// TemplateText: a report template as it was written: tables, arrays and values, each with the file and line it came
-// from.
+// TemplateText: a report template as it was written, with what it includes; and the mistakes found in it.
 
-#include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/base/Error.h"
+#include "platform/base/TomlText.h"
 
 namespace kv {
-
-/// Where something stands in a template or one of its includes.
-struct TextPlace {
-    std::string file;  ///< file name without its folder
-    int line = 0;      ///< from 1; 0 for the file as a whole
-};
 
 struct Mistake {
     TextPlace place;
@@ -33,30 +25,6 @@ class TemplateError : public Error {
 public:
     explicit TemplateError(std::vector<Mistake> found);
     std::vector<Mistake> mistakes;
-};
-
-/// One node of the written tree. Members of a table keep the order in which they stand in the file.
-struct TextNode {
-    enum class Kind { Missing, Table, Array, Text, Integer, Number, Boolean, Date };
-    struct Member;
-
-    Kind kind = Kind::Missing;
-    TextPlace place;
-    std::string text;          ///< Text; dates in ISO form
-    std::int64_t integer = 0;  ///< Integer, Boolean
-    double number = 0;         ///< Number, Integer
-    std::vector<Member> members;
-    std::vector<TextNode> items;
-
-    explicit operator bool() const { return kind != Kind::Missing; }
-    const TextNode* find(std::string_view key) const;
-    static std::string_view kindName(Kind kind);
-};
-
-struct TextNode::Member {
-    std::string key;
-    TextPlace place;
-    TextNode value;
 };
 
 /// Where a file that a template names is: beside the template, else in the folder Reports next to the template's own,

@@ -245,14 +245,29 @@ TEST_F(LoginDialog, AServerIsAskedForItsLogonAndRememberedWithoutThePassword) {
     });
 }
 
-TEST_F(LoginDialog, ABrokenSettingsFileIsToldAndLeftAlone) {
-    writeTextFile(options.settingsFile, "source = \n");
+TEST_F(LoginDialog, ADamagedSettingsFileIsToldAndKeptAndKeepsNobodyOut) {
+    const std::string damaged =
+        "employee = \"E001\"\nsource = Pe\xC3\xB1"
+        "a\n";
+    writeTextFile(options.settingsFile, damaged);
     const clsCurrentUser user = run([&] {
-        EXPECT_NE(text("lblHint").find("login.toml, line 1"), std::string::npos) << text("lblHint");
-        signIn("E001", "ledger-2024");
+        EXPECT_NE(text("lblHint").find("login.toml, line 2"), std::string::npos) << text("lblHint");
+        EXPECT_EQ(source().text(), kThisComputer);
+        EXPECT_EQ(text("txtEmployeeCode"), "");
+        signIn("E002", "payable-2024");
     });
     EXPECT_TRUE(user.Connected());
-    EXPECT_EQ(readTextFile(options.settingsFile), "source = \n");
+    EXPECT_EQ(loadLoginSettings(options.settingsFile).employee, "E002");
+    std::vector<std::string> kept;
+    for (const auto& entry : fs::directory_iterator(folder)) {
+        if (entry.path().string().find(".damaged-") != std::string::npos)
+            kept.push_back(readTextFile(entry.path().string()));
+    }
+    EXPECT_EQ(kept, std::vector<std::string>{damaged});
+    run([&] {
+        EXPECT_EQ(text("lblHint"), "");
+        EXPECT_EQ(text("txtEmployeeCode"), "E002");
+    });
 }
 
 }  // namespace
