@@ -1,8 +1,16 @@
 #include "platform/embedded/Checkpointer.h"
 
-#include <sqlite3.h>
+#include <unistd.h>
 
 namespace kv::tsql {
+namespace {
+
+constexpr int kRounds = 4;          ///< beside the writers
+constexpr int kRemainderMax = 200;  ///< pages that writers may wait for
+constexpr int kSleepUs = 20;
+constexpr int kTries = 500;  ///< to come between two writers
+
+}  // namespace
 
 Checkpointer::Checkpointer(std::string file) : file_(std::move(file)) {
     thread_ = std::thread([this] { work(); });
@@ -26,6 +34,18 @@ void Checkpointer::committed(int logPages) {
     wake_.notify_one();
 }
 
+void Checkpointer::moveLog(sqlite3* db) {
+    int pages = 0;
+    int moved = 0;
+    for (int round = 0; round < kRounds; ++round) {
+        // PASSIVE takes no lock that a reader or writer waits for.
+        if (sqlite3_wal_checkpoint_v2(db, nullptr, SQLITE_CHECKPOINT_PASSIVE, &pages, &moved) != SQLITE_OK) return;
+        if (pages == moved) break;
+    }
+    if (pages - moved > kRemainderMax) return;
+    sqlite3_wal_checkpoint_v2(db, nullptr, SQLITE_CHECKPOINT_FULL, nullptr, nullptr);
+}
+
 void Checkpointer::work() {
     sqlite3* db = nullptr;
     std::unique_lock<std::mutex> lock(mutex_);
@@ -42,10 +62,11 @@ void Checkpointer::work() {
             } else {
                 sqlite3_wal_autocheckpoint(db, 0);
                 sqlite3_exec(db, "PRAGMA synchronous=FULL", nullptr, nullptr, nullptr);
+                sqlite3_busy_handler(
+                    db, [](void*, int tries) { return tries < kTries && usleep(kSleepUs) == 0 ? 1 : 0; }, nullptr);
             }
         }
-        // PASSIVE takes no lock that a reader or writer waits for.
-        if (db) sqlite3_wal_checkpoint_v2(db, nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+        if (db) moveLog(db);
         lock.lock();
     }
     lock.unlock();
