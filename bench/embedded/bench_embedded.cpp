@@ -235,8 +235,14 @@ void fill(kv::Connection& cn) {
     scope.commit();
 }
 
-/// With the number of a case only the engine runs it, for a profiler.
-int bench(const std::string& file, int only) {
+/// The engine alone, for a profiler.
+void profile(kv::Connection& cn, const std::string& client, int runs) {
+    const kv::Transaction scope(cn);
+    for (int i = 0; i < runs; ++i) cn.OpenAll(client);
+}
+
+/// With the number of a case only the engine runs it, `runs` times.
+int bench(const std::string& file, int only, int runs) {
     kv::EmbeddedOptions options;
     options.file = file;
     const auto cn = kv::openEmbedded(options);
@@ -244,9 +250,7 @@ int bench(const std::string& file, int only) {
     kv::loadDemoHospital(*cn, kv::buildPath(kv::programFolder(), "demo/data"));
     fill(*cn);
     if (only >= 0) {
-        const std::string client = cases().at(static_cast<std::size_t>(only)).client;
-        const kv::Transaction scope(*cn);
-        for (int i = 0; i < kProfiledRuns; ++i) cn->OpenAll(client);
+        profile(*cn, cases().at(static_cast<std::size_t>(only)).client, runs);
         return 0;
     }
     Raw raw(file);
@@ -280,7 +284,8 @@ int main(int argc, char** argv) {
     std::filesystem::create_directories(folder);
     int result = 1;
     try {
-        result = bench((folder / "bench.db").string(), argc > 1 ? std::atoi(argv[1]) : -1);
+        result = bench((folder / "bench.db").string(), argc > 1 ? std::atoi(argv[1]) : -1,
+                       argc > 2 ? std::atoi(argv[2]) : kProfiledRuns);
     } catch (const kv::Error& error) {
         std::fprintf(stderr, "%ld %s\n", error.number, error.description.c_str());
     }

@@ -31,6 +31,16 @@ std::string bracketed(std::string_view name) { return "[" + replaceAll(name, "]"
 
 }  // namespace
 
+void FieldList::push_back(Field field) {
+    if (!list_ || list_.use_count() > 1) list_ = std::make_shared<std::vector<Field>>(list());
+    list_->push_back(std::move(field));
+}
+
+const std::vector<Field>& FieldList::list() const {
+    static const std::vector<Field> none;
+    return list_ ? *list_ : none;
+}
+
 int Recordset::indexOf(std::string_view name) const {
     for (std::size_t i = 0; i < result_.fields.size(); ++i) {
         if (sameName(result_.fields[i].name, name)) return static_cast<int>(i);

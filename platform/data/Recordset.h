@@ -1,6 +1,8 @@
 #pragma once
 // Recordset: the rows of one result set, copied to the client, with a cursor; updatable when it came from one table.
 
+#include <initializer_list>
+#include <memory>
 #include <source_location>
 #include <string>
 #include <string_view>
@@ -21,9 +23,30 @@ struct Field {
 
 using Row = std::vector<Value>;
 
+/// The fields of a result set. Copies share one list until one of them is changed: a driver describes a statement once
+/// for all its runs.
+class FieldList {
+public:
+    FieldList() = default;
+    FieldList(std::vector<Field> fields) : list_(std::make_shared<std::vector<Field>>(std::move(fields))) {}
+    FieldList(std::initializer_list<Field> fields) : FieldList(std::vector<Field>(fields)) {}
+
+    operator const std::vector<Field>&() const { return list(); }
+    std::size_t size() const { return list_ ? list_->size() : 0; }
+    bool empty() const { return size() == 0; }
+    const Field& operator[](std::size_t index) const { return (*list_)[index]; }
+    std::vector<Field>::const_iterator begin() const { return list().begin(); }
+    std::vector<Field>::const_iterator end() const { return list().end(); }
+    void push_back(Field field);
+
+private:
+    const std::vector<Field>& list() const;
+    std::shared_ptr<std::vector<Field>> list_;
+};
+
 /// One result set as a driver delivers it.
 struct ResultSet {
-    std::vector<Field> fields;
+    FieldList fields;
     std::vector<Row> rows;
 };
 

@@ -39,20 +39,25 @@ Value clientColumn(sqlite3_stmt* stmt, int index, const Type& type) {
     return clientValue(columnDatum(stmt, index), type);
 }
 
-}  // namespace
-
-void ClientSink::begin(const std::vector<OutColumn>& columns) {
-    ResultSet set;
-    set.fields.reserve(columns.size());
+std::vector<Field> shownFields(const std::vector<OutColumn>& columns) {
+    std::vector<Field> fields;
+    fields.reserve(columns.size());
     for (const OutColumn& column : columns) {
         Field field;
         field.name = column.name;
         field.type = dataTypeOf(column.type);
         field.size = column.type.isText() ? displaySize(column.type) : 0;
         field.scale = column.type.isDecimal() ? column.type.scale : 0;
-        set.fields.push_back(std::move(field));
+        fields.push_back(std::move(field));
     }
-    results_.push_back(std::move(set));
+    return fields;
+}
+
+}  // namespace
+
+void ClientSink::begin(const std::vector<OutColumn>& columns, FieldList& shown) {
+    if (shown.empty()) shown = shownFields(columns);
+    results_.emplace_back().fields = shown;
 }
 
 void ClientSink::row(sqlite3_stmt* stmt, const std::vector<OutColumn>& columns) {

@@ -10,7 +10,7 @@ namespace kv::tsql {
 class ClientSink : public Sink {
 public:
     explicit ClientSink(std::vector<ResultSet>& results) : results_(results) {}
-    void begin(const std::vector<OutColumn>& columns) override;
+    void begin(const std::vector<OutColumn>& columns, FieldList& shown) override;
     void row(sqlite3_stmt* stmt, const std::vector<OutColumn>& columns) override;
 
 private:
@@ -24,7 +24,7 @@ public:
         std::vector<OutColumn> columns;
         std::vector<std::vector<Datum>> rows;
     };
-    void begin(const std::vector<OutColumn>& columns) override { sets.push_back({columns, {}}); }
+    void begin(const std::vector<OutColumn>& columns, FieldList&) override { sets.push_back({columns, {}}); }
     void row(sqlite3_stmt* stmt, const std::vector<OutColumn>& columns) override;
     std::vector<Set> sets;
 };

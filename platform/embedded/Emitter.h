@@ -153,6 +153,8 @@ private:
     Em windowValue(const CallExpr& expr, const std::string& name);
     std::string over(const Window& window);
     Em userFunction(const CallExpr& expr, const ObjectPtr& function);
+    std::optional<Em> expanded(const CallExpr& expr, const ObjectPtr& function);
+    static Em asArgument(Em em);
     std::optional<Em> sessionFunction(const CallExpr& expr, const std::string& name);
     Em iif(const CallExpr& expr);
     std::vector<std::string> userArguments(const ObjectPtr& function, const ExprList& args);
@@ -243,6 +245,7 @@ private:
     int conditional_ = 0;                     ///< inside CASE: nothing may fail before its branch is chosen
     int aliases_ = 0;
     int viewDepth_ = 0;
+    bool expansion_ = true;  ///< calls may become queries: not in a CHECK
     bool callsUser_ = false;
     bool usesColumns_ = false;
     bool readsLive_ = false;  ///< an expression reads a live variable

@@ -96,6 +96,7 @@ Em Emitter::constantValue(const Expr& expr, const Type& type) {
 
 std::string Emitter::tableCondition(const Expr& expr, const Object& table) {
     ++inline_;
+    expansion_ = false;
     Scope scope;
     Source source = tableSourceColumns(std::make_shared<Object>(table));
     source.alias = table.name;
@@ -104,6 +105,7 @@ std::string Emitter::tableCondition(const Expr& expr, const Object& table) {
     scope_ = &scope;
     std::string sql = cond(expr);
     scope_ = nullptr;
+    expansion_ = true;
     --inline_;
     return sql;
 }

@@ -78,6 +78,20 @@ const char* boundText(FrameBound bound) {
     return "";
 }
 
+constexpr int kExpansionMax = 4;  ///< functions inside functions that are expanded
+
+/// The value that a function without statements of its own returns: RETURN expression.
+const Expr* returnedAlone(const Module& module) {
+    const StmtList* list = &module.body();
+    while (list->size() == 1) {
+        const auto* block = as<BlockStmt>(list->front());
+        if (!block) break;
+        list = &block->body;
+    }
+    const auto* last = list->size() == 1 ? as<ReturnStmt>(list->front()) : nullptr;
+    return last ? last->value.get() : nullptr;
+}
+
 }  // namespace
 
 CallArgument Emitter::argumentOf(const Em& em) const {
@@ -316,7 +330,55 @@ std::vector<std::string> Emitter::userArguments(const ObjectPtr& function, const
     return list;
 }
 
+/// What stands for a parameter inside a function's text: a value like any other.
+Em Emitter::asArgument(Em em) {
+    em.slot = -1;
+    em.column = false;
+    em.collated = !em.type.isText();
+    em.literal = nullptr;
+    return em;
+}
+
+/// A call with constants of a function that only returns an expression becomes that expression: SQLite then plans it
+/// with the statement around it. Null where the call stays a call.
+std::optional<Em> Emitter::expanded(const CallExpr& expr, const ObjectPtr& function) {
+    const Module& module = host_.moduleOf(*function);
+    const Expr* value = returnedAlone(module);
+    const bool plain = std::all_of(expr.args.begin(), expr.args.end(), [](const ExprPtr& arg) {
+        return arg->kind == ExprKind::Literal || arg->kind == ExprKind::Variable;
+    });
+    if (!value || !plain || !expansion_ || viewDepth_ >= kExpansionMax) return std::nullopt;
+    if (expr.args.size() != module.parameterCount()) return std::nullopt;
+    InlineCall frame;
+    for (std::size_t i = 0; i < expr.args.size(); ++i) {
+        const VariableInfo& parameter = module.variables.at(static_cast<int>(i));
+        frame.arguments[lowered(parameter.name)] =
+            asArgument(to(ex(*expr.args[i]), parameter.type, ConvertMode::Variable));
+    }
+    std::string database = function->database;
+    std::vector<CteEntry> outerCtes;
+    std::swap(database_, database);
+    std::swap(ctes_, outerCtes);
+    inlineCalls_.push_back(std::move(frame));
+    Scope* saved = std::exchange(scope_, nullptr);
+    ++viewDepth_;
+    ++inline_;
+    Em em = to(ex(*value), module.returns, ConvertMode::Variable);
+    --inline_;
+    --viewDepth_;
+    scope_ = saved;
+    inlineCalls_.pop_back();
+    std::swap(ctes_, outerCtes);
+    std::swap(database_, database);
+    em = asArgument(std::move(em));
+    em.sql = "(" + em.sql + ")";
+    em.constant.reset();
+    em.nullable = true;
+    return em;
+}
+
 Em Emitter::userFunction(const CallExpr& expr, const ObjectPtr& function) {
+    if (std::optional<Em> em = expanded(expr, function)) return *em;
     const std::vector<std::string> list = userArguments(function, expr.args);
     callsUser_ = true;
     Em em;

@@ -390,11 +390,7 @@ std::string Emitter::inlineFunction(const ObjectPtr& function, const FunctionRef
         const Type& type = module.variables.at(static_cast<int>(i)).type;
         Em em = ref.args[i]->kind == ExprKind::Default ? constantValue(*parameter.defaultValue, type)
                                                        : to(ex(*ref.args[i]), type, ConvertMode::Variable);
-        em.slot = -1;
-        em.column = false;
-        em.collated = !em.type.isText();
-        em.literal = nullptr;
-        frame.arguments[lowered(parameter.name)] = std::move(em);
+        frame.arguments[lowered(parameter.name)] = asArgument(std::move(em));
     }
     std::string database = function->database;
     std::swap(database_, database);

@@ -53,6 +53,7 @@ DbError shown(const SqlError& error) {
 Interp::Interp(Session& session) : session_(session) {
     frame_ = &root_;
     registerSessionFunctions(session.db(), *this);
+    knowFunctions();
 }
 Interp::~Interp() = default;
 
@@ -87,18 +88,20 @@ bool Interp::runBatch(std::string_view text, std::vector<ResultSet>& results, st
     return !anyError_;
 }
 
-std::shared_ptr<CompiledBatch> Interp::compile(LexedBatch& lexed) {
+std::shared_ptr<CompiledBatch> Interp::compile(std::string_view text, LexedBatch& lexed) {
+    lexKey(text, lexed);
     // Names mean something else in another database.
-    lexed.key += '\n';
-    lexed.key += session_.database;
-    const std::string& key = lexed.key;
+    lexed.addToKey("\n");
+    lexed.addToKey(session_.database);
     if (session_.options().statementCache) {
-        if (auto found = session_.cache.find(key, lexed.literals)) {
+        if (auto found = session_.cache.find(lexed.key(), lexed.literals)) {
             ++session_.counts.reused;
             return found;
         }
     }
     ++session_.counts.compiled;
+    const std::string key(lexed.key());
+    lex(text, lexed);
     auto batch = std::make_shared<CompiledBatch>();
     batch->batch = parseBatch(lexed);
     refuseUnsupported(batch->batch.statements);
@@ -123,8 +126,7 @@ bool Interp::runCompiled(std::string_view text) {
     // Inside a transaction nobody else can have changed what it sees.
     if (sqlite3_get_autocommit(session_.db())) session_.refreshCatalog();
     LexedBatch& lexed = lexed_;
-    lex(text, lexed);
-    const std::shared_ptr<CompiledBatch> batch = compile(lexed);
+    const std::shared_ptr<CompiledBatch> batch = compile(text, lexed);
     Frame frame;
     frame.scope = &batch->variables;
     frame.variables.resize(batch->variables.size());

@@ -43,7 +43,8 @@ struct Frame {
 class Sink {
 public:
     virtual ~Sink() = default;
-    virtual void begin(const std::vector<OutColumn>& columns) = 0;
+    /// `shown` is kept with the columns: the client's description of them, made at the first run.
+    virtual void begin(const std::vector<OutColumn>& columns, FieldList& shown) = 0;
     virtual void row(sqlite3_stmt* stmt, const std::vector<OutColumn>& columns) = 0;
 };
 
@@ -67,6 +68,8 @@ public:
     ObjectPtr localTable(std::string_view name) override;
     std::string scalarFunction(const ObjectPtr& function) override;
     std::string tableFunction(const ObjectPtr& function) override;
+    /// Makes the catalogue's functions known to SQLite: the CHECKs of its tables call them.
+    void knowFunctions();
     const Module& moduleOf(const Object& object) override;
     const Expr& expressionOf(const std::string& text, bool condition) override;
     std::string literalText(int index) override;
@@ -90,9 +93,11 @@ public:
     void message(const SqlError& error);
 
 private:
+    class QuickFrame;
+
     // Interp.cpp
     bool runCompiled(std::string_view text);
-    std::shared_ptr<CompiledBatch> compile(LexedBatch& lexed);
+    std::shared_ptr<CompiledBatch> compile(std::string_view text, LexedBatch& lexed);
     Flow statements(const StmtList& list);
     Flow statement(const Stmt& stmt);
     Flow dispatch(const Stmt& stmt);

@@ -13,12 +13,15 @@ namespace kv::tsql {
 
 std::string Interp::scalarFunction(const ObjectPtr& function) {
     const std::string key = function->database + "." + function->name;
-    const int arguments = static_cast<int>(moduleOf(*function).parameterCount());
     std::string name = "fn$" + lowered(key);
-    if (session_.registered.insert(name + "/" + std::to_string(arguments)).second) {
-        registerScalarFunction(session_.db(), *this, name, key, arguments);
-    }
+    if (session_.registered.insert(name).second) registerScalarFunction(session_.db(), *this, name, key);
     return name;
+}
+
+void Interp::knowFunctions() {
+    for (const ObjectPtr& object : catalog().all()) {
+        if (object->type == ObjectType::ScalarFunction) scalarFunction(object);
+    }
 }
 
 std::string Interp::tableFunction(const ObjectPtr& function) {

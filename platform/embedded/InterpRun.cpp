@@ -6,12 +6,15 @@
 #include "platform/embedded/ClientSink.h"
 #include "platform/embedded/Ddl.h"
 #include "platform/embedded/Interp.h"
+#include "platform/embedded/Quick.h"
 
 namespace kv::tsql {
 namespace {
 
 struct ExprPlan : Attachment {
     Plan plan;
+    std::unique_ptr<QuickCondition> quick;
+    bool quickTried = false;
 };
 
 struct SelectPlan : Attachment {
@@ -32,6 +35,20 @@ T& kept(const Node& node) {
 }
 
 }  // namespace
+
+/// The running frame as quick conditions see it.
+class Interp::QuickFrame : public QuickValues {
+public:
+    explicit QuickFrame(Interp& interp) : interp_(interp) {}
+    const Datum& variable(int index) const override { return interp_.liveVariable(index); }
+    std::string_view literal(int index) const override {
+        return (*interp_.frame_->literals)[static_cast<std::size_t>(index)].text;
+    }
+    std::int64_t system(SystemValue value) const override { return interp_.systemDatum(value).integer; }
+
+private:
+    Interp& interp_;
+};
 
 bool Interp::valid(const Plan& plan) {
     if (plan.version != catalog().version() || plan.database != frame_->database) return false;
@@ -185,12 +202,12 @@ Datum Interp::evaluate(const Expr& expr, const Type& type) {
 }
 
 bool Interp::test(const Expr& condition) {
-    if (const auto* null = as<IsNullExpr>(&condition)) {
-        if (const auto* variable = as<VariableExpr>(null->operand)) {
-            const int index = frame_->scope->find(variable->name);
-            if (index >= 0) return frame_->variables[static_cast<std::size_t>(index)].isNull() != null->negated;
-        }
+    auto& node = kept<ExprPlan>(condition);
+    if (!node.quickTried) {
+        node.quickTried = true;
+        node.quick = quickCondition(condition, *frame_->scope);
     }
+    if (node.quick) return node.quick->test(QuickFrame(*this)) == Truth::True;
     Plan& plan = valuePlan(condition, nullptr, true);
     Running running(plan, session_.db());
     bind(running.get(), plan);
@@ -222,7 +239,7 @@ void Interp::select(const SelectStmt& stmt) {
     int rows = 0;
     // The first row may fail: a failed query gives no empty set before its error.
     const bool any = step(running.get());
-    if (sink_) sink_->begin(node.plan.columns);
+    if (sink_) sink_->begin(node.plan.columns, node.plan.shown);
     if (any) {
         do {
             if (sink_) sink_->row(running.get(), node.plan.columns);
@@ -362,7 +379,7 @@ void Interp::runDmlPlain(DmlPlan& plan, const char* verb) {
     Running running(plan.main, session_.db());
     bind(running.get(), plan.main);
     int rows = 0;
-    if (!plan.output.empty() && sink_) sink_->begin(plan.output);
+    if (!plan.output.empty() && sink_) sink_->begin(plan.output, plan.main.shown);
     while (step(running.get(), plan.target, verb)) {
         ++rows;
         if (!plan.output.empty() && sink_) sink_->row(running.get(), plan.output);

@@ -1,5 +1,6 @@
 #include "platform/embedded/Lexer.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 
@@ -44,7 +45,10 @@ bool isWordByte(char c) { return kWordBytes[static_cast<unsigned char>(c)]; }
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 bool isHex(char c) { return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
 
-/// Walks the text once and writes tokens, literals and key side by side.
+constexpr std::size_t kKeyRoom = 64;  ///< for the marks that are added to a key
+
+/// Walks the text once and writes literals and key, and the tokens where they are wanted, side by side.
+template <bool kTokens>
 class Scanner {
 public:
     Scanner(std::string_view text, LexedBatch& out)
@@ -56,12 +60,13 @@ public:
         out_.literals.clear();
         out_.unescaped.clear();
         // No token is longer in the key than twice its text.
-        out_.key.resize(2 * out_.source.size() + 8);
-        out_.tokens.reserve(out_.source.size() / 4 + 8);
-        keyBegin_ = key_ = out_.key.data();
+        const std::size_t room = 2 * out_.source.size() + kKeyRoom;
+        if (out_.keyMemory.size() < room) out_.keyMemory.resize(room);
+        if (kTokens) out_.tokens.reserve(out_.source.size() / 4 + 8);
+        keyBegin_ = key_ = out_.keyMemory.data();
         while (at_ < end_) step();
-        push(TokenKind::End, at_);
-        out_.key.resize(static_cast<std::size_t>(key_ - keyBegin_));
+        push(TokenKind::End, at_, posOf(at_));
+        out_.keyLength = static_cast<std::size_t>(key_ - keyBegin_);
     }
 
 private:
@@ -108,13 +113,14 @@ private:
         return {line_, static_cast<std::uint32_t>(start - lineStart_) + 1, static_cast<std::uint32_t>(start - begin_)};
     }
 
-    Token& push(TokenKind kind, const char* start) { return push(kind, start, posOf(start)); }
-    Token& push(TokenKind kind, const char* start, Pos pos) {
-        Token& token = out_.tokens.emplace_back();
-        token.kind = kind;
-        token.pos = pos;
-        token.text = {start, static_cast<std::size_t>(at_ - start)};
-        return token;
+    void push(TokenKind kind, const char* start, Pos pos) {
+        last_ = kind;
+        if constexpr (kTokens) {
+            Token& token = out_.tokens.emplace_back();
+            token.kind = kind;
+            token.pos = pos;
+            token.text = {start, static_cast<std::size_t>(at_ - start)};
+        }
     }
 
     void lineBreak() {
@@ -139,7 +145,7 @@ private:
         }
         wordBytes();
         checkLength(start);
-        push(TokenKind::Word, start);
+        push(TokenKind::Word, start, posOf(start));
     }
 
     /// Moves over a word and copies it to the key, apart from a word before it.
@@ -165,7 +171,7 @@ private:
         const char* start = at_;
         const bool system = peek() == '@';
         wordBytes();
-        push(system ? TokenKind::System : TokenKind::Variable, start);
+        push(system ? TokenKind::System : TokenKind::Variable, start, posOf(start));
     }
 
     void quoted(char close) {
@@ -216,7 +222,8 @@ private:
     }
 
     Literal& literal(LiteralKind kind, std::string_view value, const char* start, Pos pos) {
-        push(TokenKind::Literal, start, pos).literal = static_cast<std::int32_t>(out_.literals.size());
+        push(TokenKind::Literal, start, pos);
+        if constexpr (kTokens) out_.tokens.back().literal = static_cast<std::int32_t>(out_.literals.size());
         Literal& item = out_.literals.emplace_back();
         item.kind = kind;
         item.text = value;
@@ -323,17 +330,17 @@ private:
         const bool pair = (next == '=' && std::strchr("<>!+-*/%&|^", c)) || (c == '<' && next == '>') ||
                           (c == '!' && (next == '<' || next == '>')) || (c == ':' && next == ':');
         at_ += pair ? 2 : 1;
-        Token& token = push(TokenKind::Symbol, start);
-        token.symbol = static_cast<std::uint8_t>(c);
-        token.second = pair ? static_cast<std::uint16_t>(next) : std::uint16_t{0};
+        push(TokenKind::Symbol, start, posOf(start));
+        if constexpr (kTokens) {
+            out_.tokens.back().symbol = static_cast<std::uint8_t>(c);
+            out_.tokens.back().second = pair ? static_cast<std::uint16_t>(next) : std::uint16_t{0};
+        }
         *key_++ = c;
         if (pair) *key_++ = next;
     }
 
     bool afterName() const {
-        if (out_.tokens.empty()) return false;
-        const TokenKind last = out_.tokens.back().kind;
-        return (last == TokenKind::Word || last == TokenKind::Quoted) && at_ > begin_ &&
+        return (last_ == TokenKind::Word || last_ == TokenKind::Quoted) && at_ > begin_ &&
                classOf(at_[-1]) != Class::Blank;
     }
 
@@ -367,6 +374,7 @@ private:
     std::uint32_t line_ = 1;
     char* keyBegin_ = nullptr;
     char* key_ = nullptr;
+    TokenKind last_ = TokenKind::End;
     LexedBatch& out_;
 };
 
@@ -461,12 +469,19 @@ private:
 
 }  // namespace
 
-void lex(std::string_view text, LexedBatch& out) { Scanner(text, out).run(); }
+void lex(std::string_view text, LexedBatch& out) { Scanner<true>(text, out).run(); }
+void lexKey(std::string_view text, LexedBatch& out) { Scanner<false>(text, out).run(); }
 
 LexedBatch lex(std::string_view text) {
     LexedBatch out;
     lex(text, out);
     return out;
+}
+
+void LexedBatch::addToKey(std::string_view mark) {
+    if (keyMemory.size() < keyLength + mark.size()) keyMemory.resize(keyLength + mark.size());
+    std::copy(mark.begin(), mark.end(), keyMemory.begin() + static_cast<std::ptrdiff_t>(keyLength));
+    keyLength += mark.size();
 }
 
 std::string unquoteName(std::string_view text) {

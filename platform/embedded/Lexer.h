@@ -45,16 +45,24 @@ struct Literal {
 /// binary.
 struct LexedBatch {
     std::string_view source;
-    std::string key;
-    std::vector<Token> tokens;  ///< ends with an End token
+    std::vector<Token> tokens;  ///< ends with an End token; empty where only the key was wanted
     std::vector<Literal> literals;
     std::deque<std::string> unescaped;
+
+    std::string_view key() const { return {keyMemory.data(), keyLength}; }
+    /// Makes keys of batches different by something that is not in their text.
+    void addToKey(std::string_view mark);
+
+    std::vector<char> keyMemory;  ///< only grows
+    std::size_t keyLength = 0;
 };
 
 /// Lexes a batch into `out`, whose memory is used again. Raises 105 (unclosed quotation mark), 113 (unclosed comment),
 /// 102 (a character that T-SQL does not know).
 void lex(std::string_view text, LexedBatch& out);
 LexedBatch lex(std::string_view text);
+/// The same without the tokens: enough to find a batch that was compiled before, in a third of the time.
+void lexKey(std::string_view text, LexedBatch& out);
 
 /// The name without its brackets or quotation marks.
 std::string unquoteName(std::string_view text);

@@ -207,7 +207,7 @@ Type literalType(LiteralKind kind, std::string_view text) {
     return {};
 }
 
-std::shared_ptr<CompiledBatch> BatchCache::find(const std::string& key, const std::vector<Literal>& literals) {
+std::shared_ptr<CompiledBatch> BatchCache::find(std::string_view key, const std::vector<Literal>& literals) {
     const auto at = entries_.find(key);
     if (at == entries_.end()) return nullptr;
     at->second.used = ++clock_;

@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/data/Recordset.h"
 #include "platform/embedded/Ast.h"
 #include "platform/embedded/Conversions.h"
 #include "platform/embedded/Lexer.h"
@@ -66,6 +67,7 @@ struct Plan {
     std::string sql;
     std::vector<Slot> slots;
     std::vector<OutColumn> columns;
+    FieldList shown;  ///< the client's description of the columns, made at the first run
     std::vector<LocalUse> locals;
     std::int64_t version = -1;  ///< of the catalogue
     std::string database;       ///< the one that names without a database meant
@@ -139,7 +141,7 @@ class BatchCache {
 public:
     explicit BatchCache(std::size_t capacity = 1000) : capacity_(capacity) {}
     /// The batch for a key whose pinned literals have the same values, or null.
-    std::shared_ptr<CompiledBatch> find(const std::string& key, const std::vector<Literal>& literals);
+    std::shared_ptr<CompiledBatch> find(std::string_view key, const std::vector<Literal>& literals);
     void put(const std::string& key, std::shared_ptr<CompiledBatch> batch);
     void clear() { entries_.clear(); }
 
@@ -148,9 +150,13 @@ private:
         std::vector<std::shared_ptr<CompiledBatch>> variants;
         std::uint64_t used = 0;
     };
+    struct Hash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view key) const { return std::hash<std::string_view>()(key); }
+    };
     std::size_t capacity_;
     std::uint64_t clock_ = 0;
-    std::unordered_map<std::string, Entry> entries_;
+    std::unordered_map<std::string, Entry, Hash, std::equal_to<>> entries_;
 };
 
 }  // namespace kv::tsql

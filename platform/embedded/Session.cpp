@@ -143,6 +143,7 @@ void Session::refreshCatalog() {
 
 void Session::reloadCatalog() {
     catalog.load();
+    if (interp_) interp_->knowFunctions();
     cache.clear();
     captures.clear();
     if (const std::string* name = catalog.databaseName(database)) database = *name;

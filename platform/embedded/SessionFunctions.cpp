@@ -357,10 +357,10 @@ void registerSessionFunctions(sqlite3* db, Interp& interp) {
     sqlite3_create_function_v2(db, "kv_single", 1, SQLITE_UTF8, &interp, nullptr, singleStep, singleFinal, nullptr);
 }
 
-void registerScalarFunction(sqlite3* db, Interp& interp, const std::string& name, const std::string& key,
-                            int arguments) {
-    sqlite3_create_function_v2(db, name.c_str(), arguments, SQLITE_UTF8, new UserFunction{&interp, key, {}, -1},
-                               callUser, nullptr, nullptr, [](void* p) { delete static_cast<UserFunction*>(p); });
+void registerScalarFunction(sqlite3* db, Interp& interp, const std::string& name, const std::string& key) {
+    // the emitter has counted the arguments
+    sqlite3_create_function_v2(db, name.c_str(), -1, SQLITE_UTF8, new UserFunction{&interp, key, {}, -1}, callUser,
+                               nullptr, nullptr, [](void* p) { delete static_cast<UserFunction*>(p); });
 }
 
 }  // namespace kv::tsql

@@ -14,8 +14,7 @@ class Interp;
 
 void registerSessionFunctions(sqlite3* db, Interp& interp);
 /// A user's scalar function under its SQLite name.
-void registerScalarFunction(sqlite3* db, Interp& interp, const std::string& name, const std::string& key,
-                            int arguments);
+void registerScalarFunction(sqlite3* db, Interp& interp, const std::string& name, const std::string& key);
 /// A table function as an eponymous virtual table with hidden columns for its arguments.
 void registerTableFunction(sqlite3* db, Interp& interp, const std::string& name, const Object& function, int arguments);
 

@@ -230,10 +230,11 @@ bool fetchResult(SQLHSTMT statement, ResultSet& result, Carrier carrier) {
     SQLSMALLINT count = 0;
     if (!SQL_SUCCEEDED(SQLNumResultCols(statement, &count))) return false;
     std::vector<Column> columns(static_cast<std::size_t>(count));
-    result.fields.resize(columns.size());
+    std::vector<Field> fields(columns.size());
     for (std::size_t i = 0; i < columns.size(); ++i) {
-        if (!describe(statement, static_cast<SQLUSMALLINT>(i + 1), carrier, result.fields[i], columns[i])) return false;
+        if (!describe(statement, static_cast<SQLUSMALLINT>(i + 1), carrier, fields[i], columns[i])) return false;
     }
+    result.fields = std::move(fields);
     for (;;) {
         const SQLRETURN got = SQLFetch(statement);
         if (got == SQL_NO_DATA) return true;

@@ -8,7 +8,10 @@
 namespace kv::tsql {
 namespace {
 
-std::string keyOf(std::string_view text) { return lex(text).key; }
+std::string keyOf(std::string_view text) {
+    const LexedBatch lexed = lex(text);
+    return std::string(lexed.key());
+}
 
 TEST(Lexer, KeyIsOneForTextsOfTheSameShape) {
     const std::string key = keyOf("select a from t where b='x' and c=5");
@@ -90,7 +93,7 @@ TEST(Lexer, ReusesItsMemoryWithoutKeepingTheLastBatch) {
     lex("select 4", lexed);
     EXPECT_EQ(lexed.literals.size(), 1u);
     EXPECT_EQ(lexed.tokens.size(), 3u);
-    EXPECT_EQ(lexed.key, keyOf("select 9"));
+    EXPECT_EQ(lexed.key(), keyOf("select 9"));
 }
 
 TEST(Lexer, NamesLoseTheirMarks) {
