@@ -241,16 +241,17 @@ void profile(kv::Connection& cn, const std::string& client, int runs) {
     for (int i = 0; i < runs; ++i) cn.OpenAll(client);
 }
 
-/// With the number of a case only the engine runs it, `runs` times.
-int bench(const std::string& file, int only, int runs) {
+/// With the number of a case, or a statement, only the engine runs it, `runs` times.
+int bench(const std::string& file, const std::string& only, int runs) {
     kv::EmbeddedOptions options;
     options.file = file;
     const auto cn = kv::openEmbedded(options);
     kv::installDatabase(*cn, kv::buildPath(kv::programFolder(), "server"));
     kv::loadDemoHospital(*cn, kv::buildPath(kv::programFolder(), "demo/data"));
     fill(*cn);
-    if (only >= 0) {
-        profile(*cn, cases().at(static_cast<std::size_t>(only)).client, runs);
+    if (!only.empty()) {
+        const bool number = only.find_first_not_of("0123456789") == std::string::npos;
+        profile(*cn, number ? cases().at(std::stoul(only)).client : only, runs);
         return 0;
     }
     Raw raw(file);
@@ -284,7 +285,7 @@ int main(int argc, char** argv) {
     std::filesystem::create_directories(folder);
     int result = 1;
     try {
-        result = bench((folder / "bench.db").string(), argc > 1 ? std::atoi(argv[1]) : -1,
+        result = bench((folder / "bench.db").string(), argc > 1 ? argv[1] : "",
                        argc > 2 ? std::atoi(argv[2]) : kProfiledRuns);
     } catch (const kv::Error& error) {
         std::fprintf(stderr, "%ld %s\n", error.number, error.description.c_str());

@@ -40,7 +40,7 @@ void Checkpointer::moveLog(sqlite3* db) {
     for (int round = 0; round < kRounds; ++round) {
         // PASSIVE takes no lock that a reader or writer waits for.
         if (sqlite3_wal_checkpoint_v2(db, nullptr, SQLITE_CHECKPOINT_PASSIVE, &pages, &moved) != SQLITE_OK) return;
-        if (pages == moved) break;
+        if (pages - moved <= kRemainderMax / 4) break;
     }
     if (pages - moved > kRemainderMax) return;
     sqlite3_wal_checkpoint_v2(db, nullptr, SQLITE_CHECKPOINT_FULL, nullptr, nullptr);

@@ -88,17 +88,20 @@ bool Interp::runBatch(std::string_view text, std::vector<ResultSet>& results, st
     return !anyError_;
 }
 
-std::shared_ptr<CompiledBatch> Interp::compile(std::string_view text, LexedBatch& lexed) {
-    lexKey(text, lexed);
+std::shared_ptr<CompiledBatch> Interp::compiled(LexedBatch& lexed) {
     // Names mean something else in another database.
     lexed.addToKey("\n");
     lexed.addToKey(session_.database);
-    if (session_.options().statementCache) {
-        if (auto found = session_.cache.find(lexed.key(), lexed.literals)) {
-            ++session_.counts.reused;
-            return found;
-        }
-    }
+    std::shared_ptr<CompiledBatch> found;
+    if (session_.options().statementCache) found = session_.cache.find(lexed.key(), lexed.literals);
+    // Inside a transaction nobody else can have changed what it sees; one that begins looks for itself.
+    const bool begins = found && found->begins;
+    if (!begins && sqlite3_get_autocommit(session_.db()) && session_.refreshCatalog()) return nullptr;
+    if (found) ++session_.counts.reused;
+    return found;
+}
+
+std::shared_ptr<CompiledBatch> Interp::compile(std::string_view text, LexedBatch& lexed) {
     ++session_.counts.compiled;
     const std::string key(lexed.key());
     lex(text, lexed);
@@ -117,16 +120,17 @@ std::shared_ptr<CompiledBatch> Interp::compile(std::string_view text, LexedBatch
             list.size() == 1 && (list.front()->kind == StmtKind::Insert || list.front()->kind == StmtKind::Update ||
                                  list.front()->kind == StmtKind::Delete);
         batch->simple = dml && !effects.calls;
+        batch->begins = !list.empty() && list.front()->kind == StmtKind::BeginTransaction;
         if (session_.options().statementCache && !effects.definitions) session_.cache.put(key, batch);
     }
     return batch;
 }
 
 bool Interp::runCompiled(std::string_view text) {
-    // Inside a transaction nobody else can have changed what it sees.
-    if (sqlite3_get_autocommit(session_.db())) session_.refreshCatalog();
     LexedBatch& lexed = lexed_;
-    const std::shared_ptr<CompiledBatch> batch = compile(text, lexed);
+    lexKey(text, lexed);
+    std::shared_ptr<CompiledBatch> batch = compiled(lexed);
+    if (!batch) batch = compile(text, lexed);
     Frame frame;
     frame.scope = &batch->variables;
     frame.variables.resize(batch->variables.size());

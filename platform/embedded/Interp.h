@@ -9,6 +9,7 @@
 #include "platform/data/Recordset.h"
 #include "platform/embedded/Emitter.h"
 #include "platform/embedded/Plan.h"
+#include "platform/embedded/Quick.h"
 #include "platform/embedded/Routines.h"
 #include "platform/embedded/Session.h"
 
@@ -97,6 +98,7 @@ private:
 
     // Interp.cpp
     bool runCompiled(std::string_view text);
+    std::shared_ptr<CompiledBatch> compiled(LexedBatch& lexed);
     std::shared_ptr<CompiledBatch> compile(std::string_view text, LexedBatch& lexed);
     Flow statements(const StmtList& list);
     Flow statement(const Stmt& stmt);
@@ -117,6 +119,7 @@ private:
 
     // InterpRun.cpp
     bool test(const Expr& condition);
+    Truth ask(const Expr& condition);  ///< by a statement
     Plan& valuePlan(const Expr& expr, const Type* type, bool condition);
     bool valid(const Plan& plan);
     void bind(sqlite3_stmt* stmt, const Plan& plan);
@@ -166,6 +169,7 @@ private:
 
     // InterpCall.cpp
     void exec(const ExecStmt& stmt);
+    ObjectPtr procedureOf(const ExecStmt& stmt, const ObjectName& name);
     void execString(const ExecStringStmt& stmt);
     void runNested(const std::string& text, const std::vector<VariableInfo>& parameters, std::vector<Datum>& values);
     bool systemProcedure(const ExecStmt& stmt, const std::string& name);

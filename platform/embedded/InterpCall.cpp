@@ -52,6 +52,7 @@ void Interp::leave(Frame& frame) {
 }
 
 Datum Interp::parameterDefault(const Parameter& parameter, const Type& type) {
+    if (parameter.defaultValue->kind == ExprKind::Literal) return evaluate(*parameter.defaultValue, type);
     // Defaults are constants of the module: no variables of the caller.
     Plan plan;
     Emitter emitter(*this, frame_->database, nullptr, plan);
@@ -118,18 +119,37 @@ void Interp::bindArguments(const ExecStmt& stmt, const Module& module, const std
     }
 }
 
+/// The procedure of a call, looked up again when the catalogue or the database has changed.
+ObjectPtr Interp::procedureOf(const ExecStmt& stmt, const ObjectName& name) {
+    struct Found : Attachment {
+        std::int64_t version = -1;
+        std::string database;
+        std::weak_ptr<ObjectPtr::element_type> procedure;
+    };
+    const std::string& database = name.database.empty() ? frame_->database : name.database;
+    if (!stmt.procedureVariable.empty()) return catalog().find(database, name.name);
+    auto& found = kept<Found>(stmt);
+    if (found.version == catalog().version() && found.database == database) {
+        if (ObjectPtr procedure = found.procedure.lock()) return procedure;
+    }
+    ObjectPtr procedure = catalog().find(database, name.name);
+    found.version = catalog().version();
+    found.database = database;
+    found.procedure = procedure;
+    return procedure;
+}
+
 void Interp::exec(const ExecStmt& stmt) {
-    ObjectName name = stmt.procedure;
+    ObjectName variableName;
     if (!stmt.procedureVariable.empty()) {
         const int index = frame_->scope->find(stmt.procedureVariable);
         if (index < 0) throw sqlError(137, {stmt.procedureVariable});
         const std::vector<std::string> parts = split(frame_->variables[static_cast<std::size_t>(index)].text, '.');
-        name = {};
-        name.name = unquoteName(parts.back());
-        if (parts.size() > 2) name.database = unquoteName(parts[parts.size() - 3]);
+        variableName.name = unquoteName(parts.back());
+        if (parts.size() > 2) variableName.database = unquoteName(parts[parts.size() - 3]);
     }
-    const std::string& database = name.database.empty() ? frame_->database : name.database;
-    const ObjectPtr procedure = catalog().find(database, name.name);
+    const ObjectName& name = stmt.procedureVariable.empty() ? stmt.procedure : variableName;
+    const ObjectPtr procedure = procedureOf(stmt, name);
     if (!procedure || procedure->type != ObjectType::Procedure) {
         if (systemProcedure(stmt, lowered(name.name))) return;
         throw sqlError(2812, {name.text()});

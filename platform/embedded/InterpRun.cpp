@@ -6,7 +6,6 @@
 #include "platform/embedded/ClientSink.h"
 #include "platform/embedded/Ddl.h"
 #include "platform/embedded/Interp.h"
-#include "platform/embedded/Quick.h"
 
 namespace kv::tsql {
 namespace {
@@ -22,18 +21,6 @@ struct SelectPlan : Attachment {
     std::vector<std::size_t> variables;  ///< places of the variables that the list sets
 };
 
-/// The plan kept at a node, of the kind wanted; made empty when there is none.
-template <class T>
-T& kept(const Node& node) {
-    auto* found = dynamic_cast<T*>(node.attachment.get());
-    if (!found) {
-        auto made = std::make_unique<T>();
-        found = made.get();
-        node.attachment = std::move(made);
-    }
-    return *found;
-}
-
 }  // namespace
 
 /// The running frame as quick conditions see it.
@@ -45,6 +32,7 @@ public:
         return (*interp_.frame_->literals)[static_cast<std::size_t>(index)].text;
     }
     std::int64_t system(SystemValue value) const override { return interp_.systemDatum(value).integer; }
+    Truth ask(const Expr& condition) const override { return interp_.ask(condition); }
 
 private:
     Interp& interp_;
@@ -208,10 +196,15 @@ bool Interp::test(const Expr& condition) {
         node.quick = quickCondition(condition, *frame_->scope);
     }
     if (node.quick) return node.quick->test(QuickFrame(*this)) == Truth::True;
+    return ask(condition) == Truth::True;
+}
+
+Truth Interp::ask(const Expr& condition) {
     Plan& plan = valuePlan(condition, nullptr, true);
     Running running(plan, session_.db());
     bind(running.get(), plan);
-    return step(running.get()) && sqlite3_column_int(running.get(), 0) != 0;
+    if (!step(running.get()) || sqlite3_column_type(running.get(), 0) == SQLITE_NULL) return Truth::Unknown;
+    return sqlite3_column_int(running.get(), 0) != 0 ? Truth::True : Truth::False;
 }
 
 void Interp::select(const SelectStmt& stmt) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <typeinfo>
 #include <unordered_map>
 #include <vector>
 
@@ -130,11 +131,23 @@ struct CompiledBatch {
     std::vector<Pin> pins;  ///< the parser's and those that the emitter added
     bool writes = false;    ///< it may change a permanent table
     bool simple = false;    ///< one statement that is atomic by itself
+    bool begins = false;    ///< its first statement begins a transaction
 };
 
 /// The value of a literal, and its static type.
 Datum literalDatum(LiteralKind kind, std::string_view text);
 Type literalType(LiteralKind kind, std::string_view text);
+
+/// What is kept at a node, of the kind wanted; made empty when there is none.
+template <class T>
+T& kept(const Node& node) {
+    Attachment* there = node.attachment.get();
+    if (!there || typeid(*there) != typeid(T)) {
+        node.attachment = std::make_unique<T>();
+        there = node.attachment.get();
+    }
+    return static_cast<T&>(*there);
+}
 
 /// Batches by their normalised text. Least recently used ones go first.
 class BatchCache {

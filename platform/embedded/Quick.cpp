@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 #include "platform/base/Text.h"
 #include "platform/embedded/Collation.h"
@@ -213,6 +214,15 @@ private:
     std::unique_ptr<QuickCondition> inner_;
 };
 
+class Asked : public QuickCondition {
+public:
+    explicit Asked(const Expr& condition) : condition_(condition) {}
+    Truth test(const QuickValues& values) const override { return values.ask(condition_); }
+
+private:
+    const Expr& condition_;  ///< of the tree that this form is kept at
+};
+
 class Pair : public QuickCondition {
 public:
     Pair(bool isAnd, std::unique_ptr<QuickCondition> left, std::unique_ptr<QuickCondition> right)
@@ -263,8 +273,11 @@ std::unique_ptr<QuickCondition> quickCondition(const Expr& condition, const Vari
     }
     if (const auto* pair = as<LogicalExpr>(&condition)) {
         std::unique_ptr<QuickCondition> left = quickCondition(*pair->left, scope);
-        std::unique_ptr<QuickCondition> right = left ? quickCondition(*pair->right, scope) : nullptr;
-        return right ? std::make_unique<Pair>(pair->isAnd, std::move(left), std::move(right)) : nullptr;
+        std::unique_ptr<QuickCondition> right = quickCondition(*pair->right, scope);
+        if (!left && !right) return nullptr;
+        if (!left) left = std::exchange(right, std::make_unique<Asked>(*pair->left));
+        if (!right) right = std::make_unique<Asked>(*pair->right);
+        return std::make_unique<Pair>(pair->isAnd, std::move(left), std::move(right));
     }
     return nullptr;
 }

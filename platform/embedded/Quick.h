@@ -20,9 +20,12 @@ public:
     /// A literal of the running batch.
     virtual std::string_view literal(int index) const = 0;
     virtual std::int64_t system(SystemValue value) const = 0;
+    /// Any other condition, by a statement.
+    virtual Truth ask(const Expr& condition) const = 0;
 };
 
 /// A condition as procedures are full of them: IF @Book = 'JV', IF @@ROWCOUNT = 0, IF ISNULL(@Code, '') NOT IN (..).
+/// Where one side of an AND or OR needs a statement, the other side is tried first: it often decides alone.
 class QuickCondition {
 public:
     virtual ~QuickCondition() = default;

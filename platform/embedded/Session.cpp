@@ -134,11 +134,13 @@ void Session::runKept(const std::string& sql) {
     statement.run();
 }
 
-void Session::refreshCatalog() {
+bool Session::refreshCatalog() {
     const std::int64_t now = dataVersion();
-    if (now == seenVersion_) return;
+    if (now == seenVersion_) return false;
     seenVersion_ = now;
-    if (catalog.storedVersion() != catalog.version()) reloadCatalog();
+    if (catalog.storedVersion() == catalog.version()) return false;
+    reloadCatalog();
+    return true;
 }
 
 void Session::reloadCatalog() {

@@ -79,7 +79,7 @@ public:
     bool inImplicit() const { return implicit_; }
 
     /// At the start of a batch: another process may have changed the catalogue.
-    void refreshCatalog();
+    bool refreshCatalog();  ///< true when it had changed
     void definitionsChanged();
     /// Replaces everything that the file holds by a sound backup, in one transaction.
     void takeOver(const std::string& backup);
