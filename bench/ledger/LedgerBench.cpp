@@ -27,7 +27,11 @@ Raw::Raw(const std::string& file) {
         "REAL, "
         "Period TEXT, Particular TEXT, Encoder TEXT)");
     run("CREATE INDEX hd_period ON hd (Period)");
+    run("CREATE INDEX hd_date ON hd (BatchDate, Batch)");
     run("CREATE TABLE hd2 (Batch TEXT PRIMARY KEY, PrintJVBatch TEXT)");
+    run("CREATE INDEX hd2_print ON hd2 (PrintJVBatch)");
+    run("CREATE TABLE series (Series TEXT PRIMARY KEY, LastNo INTEGER)");
+    run("INSERT INTO series VALUES ('JV', 0)");
     run("CREATE TABLE gl (Period TEXT, BatchType TEXT, Batch TEXT, SeqNo INTEGER, Code TEXT, Dept TEXT, BatchDate "
         "TEXT, "
         "Description TEXT, Debit REAL, Credit REAL, PRIMARY KEY (Period, BatchType, Batch, SeqNo))");

@@ -1,5 +1,9 @@
-// bench_ledger: journal batches saved as the screen saves them beside the same rows in raw SQLite in the same run.
-// Prints batches a second, their ratio and the slowest percent.
+// bench_ledger: journal batches saved as the screen saves them beside the same rows in raw SQLite in the same run: the
+// lines, the header, the printed number and the last number of the series, in tables with the same keys and indexes.
+// Prints batches a second, their ratio, the slowest percent, and what an empty durable write costs on this disk.
+
+#include <fcntl.h>
+#include <unistd.h>
 
 #include <cstdio>
 
@@ -27,11 +31,13 @@ std::vector<double> saveRaw(Raw& raw, int from) {
     sqlite3_stmt* head =
         raw.prepare("INSERT INTO hd VALUES (?1,'2024-03-15','JV',?2,?2,?2,'202403','Lines of a test','E001')");
     sqlite3_stmt* printed = raw.prepare("INSERT INTO hd2 VALUES (?1,'0')");
+    sqlite3_stmt* series = raw.prepare("UPDATE series SET LastNo = ?1 WHERE Series = 'JV'");
     std::vector<double> seconds;
     for (int b = from; b < from + kBatches; ++b) {
         seconds.push_back(timed([&] {
             const std::string number = std::to_string(b);
             raw.run("BEGIN IMMEDIATE");
+            bind(series, {number});
             for (int i = 1; i <= kLines; ++i) {
                 bind(line, {number, i % 2 ? "1101" : "1201", "CASH ON HAND", "100.00", "0.00", std::to_string(i)});
             }
@@ -40,7 +46,7 @@ std::vector<double> saveRaw(Raw& raw, int from) {
             raw.run("COMMIT");
         }));
     }
-    for (sqlite3_stmt* statement : {line, head, printed}) sqlite3_finalize(statement);
+    for (sqlite3_stmt* statement : {line, head, printed, series}) sqlite3_finalize(statement);
     return seconds;
 }
 
@@ -51,6 +57,20 @@ std::vector<double> saveScreen(kv::Desk& desk) {
         seconds.push_back(timed([&] { kv::SaveJournalBatch(desk.session(), batch); }));
     }
     return seconds;
+}
+
+/// The median of a durable write of one page over a file that is there, in seconds: the least that a commit can cost.
+double durableWrite(const std::string& file) {
+    const std::vector<char> page(4096, 'x');
+    const int fd = ::open(file.c_str(), O_RDWR | O_CREAT | O_TRUNC, 0600);
+    std::vector<double> seconds;
+    for (int i = 0; i < kBatches; ++i) {
+        seconds.push_back(timed([&] {
+            if (::pwrite(fd, page.data(), page.size(), 0) < 0 || ::fdatasync(fd) < 0) std::perror("durableWrite");
+        }));
+    }
+    ::close(fd);
+    return percentile(seconds, 0.5);
 }
 
 void tell(const char* what, const std::vector<double>& ours, const std::vector<double>& raw) {
@@ -83,5 +103,6 @@ int main() {
         saves.insert(saves.end(), own.begin(), own.end());
     }
     tell("journal batches of 6 lines, durable", saves, rawSaves);
+    std::printf("%-44s %8.2f ms\n", "a durable write of one page on this disk", 1000 * durableWrite(folder + "/page"));
     return 0;
 }

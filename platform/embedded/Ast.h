@@ -150,7 +150,8 @@ struct Constraint {
     ConstraintKind kind = ConstraintKind::Check;
     std::string name;  ///< empty when none was written
     std::vector<IndexColumn> columns;
-    ExprPtr expr;  ///< of Check and Default
+    bool clustered = false;  ///< CLUSTERED was written
+    ExprPtr expr;            ///< of Check and Default
     ObjectName references;
     std::vector<std::string> referenceColumns;
     ReferenceAction onDelete = ReferenceAction::NoAction;

@@ -1,6 +1,7 @@
 #include "platform/embedded/Catalog.h"
 
 #include <algorithm>
+#include <set>
 
 #include "platform/base/Date.h"
 #include "platform/base/Text.h"
@@ -85,6 +86,12 @@ const ColumnInfo* Object::identityColumn() const {
     return at == columns.end() ? nullptr : &*at;
 }
 
+bool Object::isRowOrder(const IndexInfo& index) const {
+    if (index.primary && clustered) return true;
+    const ColumnInfo* identity = identityColumn();
+    return identity && index.columns.size() == 1 && equalsNoCase(index.columns[0].name, identity->name);
+}
+
 const IndexInfo* Object::primaryKey() const {
     const auto at = std::find_if(indexes.begin(), indexes.end(), [](const IndexInfo& i) { return i.primary; });
     return at == indexes.end() ? nullptr : &*at;
@@ -138,6 +145,11 @@ void Catalog::load() {
     }
     loadColumns(objects);
     loadConstraints(objects);
+    std::set<std::string> clustered;
+    Statement tables(db_, "SELECT name FROM main.sqlite_schema WHERE type = 'table' AND sql LIKE '% WITHOUT ROWID'",
+                     false);
+    while (tables.step()) clustered.insert(tables.text(0));
+    for (const auto& [id, object] : objects) object->clustered = clustered.count(object->physical) > 0;
     for (const auto& [id, object] : objects) enlist(object);
     enlistTriggers();
 }

@@ -74,6 +74,7 @@ struct Object {
     std::string physical;  ///< SQLite's name of a table, without quotation marks
     std::string source;    ///< T-SQL of a view, routine or trigger
     bool temporary = false;
+    bool clustered = false;   ///< the rows stand in the order of the primary key, without row ids
     bool disabled = false;    ///< of a trigger
     std::int64_t parent = 0;  ///< the table of a trigger
     std::string created;
@@ -88,6 +89,8 @@ struct Object {
     int columnIndex(std::string_view column) const;  ///< -1 when there is none; letter case ignored
     const ColumnInfo* identityColumn() const;
     const IndexInfo* primaryKey() const;
+    /// Is this key the order of the rows themselves (their row id or clustered key), so that it has no index?
+    bool isRowOrder(const IndexInfo& index) const;
 };
 using ObjectPtr = std::shared_ptr<Object>;
 

@@ -15,11 +15,6 @@ auto named(std::vector<T>& list, const std::string& name) {
     return std::find_if(list.begin(), list.end(), [&](const T& item) { return equalsNoCase(item.name, name); });
 }
 
-bool isRowIdKey(const Object& object, const IndexInfo& index) {
-    const ColumnInfo* identity = object.identityColumn();
-    return identity && index.columns.size() == 1 && equalsNoCase(index.columns[0].name, identity->name);
-}
-
 bool hasRows(sqlite3* db, const Object& object) {
     Statement look(
         db, "SELECT 1 FROM " + std::string(object.temporary ? "temp." : "main.") + quoted(object.physical) + " LIMIT 1",
@@ -139,7 +134,7 @@ void Ddl::alterAdd(const AlterTableStmt& stmt, Object& object) {
                 if (look.step()) throw sqlError(8111, {object.name});
             }
         }
-        if (isRowIdKey(object, index)) continue;
+        if (object.isRowOrder(index)) continue;
         try {
             for (const std::string& sql : createIndexSql(object, index)) execSql(session_.db(), sql);
         } catch (const SqlError& error) {
@@ -241,7 +236,7 @@ void Ddl::alterColumn(const AlterTableStmt& stmt, Object& object) {
         // Whether a key counts NULLs depends on its columns.
         const bool uses = std::any_of(i.columns.begin(), i.columns.end(),
                                       [&](const IndexColumn& c) { return equalsNoCase(c.name, stmt.column.name); });
-        if (!uses || !i.unique || isRowIdKey(object, i)) continue;
+        if (!uses || !i.unique || object.isRowOrder(i)) continue;
         for (const std::string& sql : dropIndexSql(object, i)) execSql(session_.db(), sql);
         for (const std::string& sql : createIndexSql(object, i)) execSql(session_.db(), sql);
     }
@@ -290,7 +285,11 @@ void Ddl::dropConstraints(const AlterTableStmt& stmt, Object& object) {
             for (const auto& [other, foreign] : session_.catalog.referencesTo(object)) {
                 throw sqlErrorAt(static_cast<int>(stmt.pos.line), 3725, {name, other->name, foreign->name});
             }
-            if (!isRowIdKey(object, *index)) {
+            if (index->primary && object.clustered) {
+                throw notSupported("dropping a clustered primary key", static_cast<int>(stmt.pos.line),
+                                   static_cast<int>(stmt.pos.column));
+            }
+            if (!object.isRowOrder(*index)) {
                 for (const std::string& sql : dropIndexSql(object, *index)) execSql(session_.db(), sql);
             }
             object.indexes.erase(index);

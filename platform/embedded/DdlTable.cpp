@@ -47,6 +47,15 @@ bool hasColumn(const std::vector<IndexColumn>& columns, std::string_view name) {
                        [&](const IndexColumn& c) { return equalsNoCase(c.name, name); });
 }
 
+/// Was PRIMARY KEY CLUSTERED written?
+bool clusteredKey(const TableDef& def) {
+    const auto is = [](const Constraint& c) { return c.kind == ConstraintKind::PrimaryKey && c.clustered; };
+    return std::any_of(def.constraints.begin(), def.constraints.end(), is) ||
+           std::any_of(def.columns.begin(), def.columns.end(), [&](const ColumnDef& column) {
+               return std::any_of(column.constraints.begin(), column.constraints.end(), is);
+           });
+}
+
 }  // namespace
 
 std::string Ddl::madeName(const char* prefix, const Object& object, const std::string& rest) const {
@@ -71,6 +80,7 @@ Object Ddl::build(const TableDef& def, const std::string& database, const std::s
         for (const Constraint& constraint : column.constraints) addConstraint(constraint, column.name, object);
     }
     for (const Constraint& constraint : def.constraints) addConstraint(constraint, "", object);
+    object.clustered = !temporary && !object.identityColumn() && clusteredKey(def);
     for (const ColumnDef& column : def.columns) {
         const IndexInfo* key = object.primaryKey();
         if (column.nullable.value_or(false) && key && hasColumn(key->columns, column.name))

@@ -149,15 +149,22 @@ void Emitter::update(const UpdateStmt& statement, DmlPlan& out) {
         out.main.sql += where;
     } else {
         std::string values;
+        std::string match;
+        const std::vector<std::string> keys = tableSourceColumns(source.table).rowKey;
+        for (std::size_t i = 0; i < keys.size(); ++i) {
+            const std::string k = "k" + std::to_string(i);
+            values += (i ? ", " : "") + source.sqlAlias + "." + source.rowKey[i] + " AS " + k;
+            match += (i ? " AND kv_u." : "kv_u.") + keys[i] + " = kv_j." + k;
+        }
         out.main.sql = with + "UPDATE " + name + " AS kv_u SET ";
         for (std::size_t i = 0; i < sets.size(); ++i) {
             const std::string v = "v" + std::to_string(i);
             out.main.sql += (i ? ", " : "") + sets[i].first + " = kv_j." + v;
             values += ", " + sets[i].second + " AS " + v;
         }
-        std::string rows = "SELECT " + source.rowId() + " AS kv_r" + values + " FROM " + fromSql + where;
+        std::string rows = "SELECT " + values + " FROM " + fromSql + where;
         if (statement.top) rows += limit(statement.top, nullptr);
-        out.main.sql += " FROM (" + rows + ") AS kv_j WHERE kv_u.rowid = kv_j.kv_r";
+        out.main.sql += " FROM (" + rows + ") AS kv_j WHERE " + match;
     }
     updateVariables(statement, scope, fromSql + where, with, out);
     if (statement.output) out.main.sql += outputClause(*statement.output, source.table, "inserted", out);
@@ -180,9 +187,12 @@ void Emitter::remove(const DeleteStmt& statement, DmlPlan& out) {
     if (statement.from.empty() && !statement.top) {
         out.main.sql = with + "DELETE FROM " + name + " AS " + source.sqlAlias + where;
     } else {
-        std::string rows = "SELECT " + source.rowId() + " FROM " + fromSql + where;
+        std::string found;
+        for (const std::string& key : source.rowKey) found += (found.empty() ? "" : ", ") + source.sqlAlias + "." + key;
+        std::string rows = "SELECT " + found + " FROM " + fromSql + where;
         if (statement.top) rows += limit(statement.top, nullptr);
-        out.main.sql = with + "DELETE FROM " + name + " WHERE rowid IN (" + rows + ")";
+        out.main.sql = with + "DELETE FROM " + name + " WHERE (" + join(tableSourceColumns(source.table).rowKey, ", ") +
+                       ") IN (" + rows + ")";
     }
     if (statement.output) out.main.sql += outputClause(*statement.output, source.table, "deleted", out);
     scope_ = nullptr;

@@ -130,6 +130,11 @@ Source Emitter::tableSourceColumns(const ObjectPtr& table) const {
     Source source;
     source.table = table;
     source.sqlAlias = quoted(table->physical);
+    source.rowKey = {"rowid"};
+    if (table->clustered) {
+        source.rowKey.clear();
+        for (const IndexColumn& column : table->primaryKey()->columns) source.rowKey.push_back(quoted(column.name));
+    }
     for (const ColumnInfo& column : table->columns) {
         source.columns.push_back(
             {column.name, quoted(column.name), column.type, true, column.nullable, column.identity});
@@ -147,10 +152,13 @@ std::string Emitter::tableSource(const ObjectPtr& table, const std::string& alia
     std::string sql = name + " AS " + source.sqlAlias;
     if (nested) {
         // Inside a parenthesized join SQLite does not show the row id: it is made a column.
-        std::string columns = "rowid AS kv_rowid";
-        for (const SourceColumn& column : source.columns) columns += ", " + column.sql;
+        std::string columns;
+        for (const SourceColumn& column : source.columns) columns += (columns.empty() ? "" : ", ") + column.sql;
+        if (!table->clustered) {
+            columns += ", rowid AS kv_rowid";
+            source.rowKey = {"kv_rowid"};
+        }
         sql = "(SELECT " + columns + " FROM " + name + ") AS " + source.sqlAlias;
-        source.rowIdColumn = "kv_rowid";
     }
     scope.sources.push_back(std::move(source));
     return sql;

@@ -189,7 +189,8 @@ Constraint Parser::constraint(const ColumnDef* column) {
 }
 
 void Parser::keyColumns(Constraint& constraint, const ColumnDef* column) {
-    if (!take("CLUSTERED")) take("NONCLUSTERED");
+    constraint.clustered = take("CLUSTERED");
+    if (!constraint.clustered) take("NONCLUSTERED");
     if (isSymbol('(')) {
         constraint.columns = indexColumns();
     } else if (column) {

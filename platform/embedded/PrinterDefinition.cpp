@@ -102,6 +102,7 @@ void TreePrinter::constraint(const Constraint& def, bool ofColumn) {
         case ConstraintKind::PrimaryKey:
         case ConstraintKind::Unique:
             add(def.kind == ConstraintKind::Unique ? "UNIQUE" : "PRIMARY KEY");
+            if (def.clustered) add(" CLUSTERED");
             indexColumns(def.columns);
             return;
         case ConstraintKind::Check:

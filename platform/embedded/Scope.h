@@ -23,9 +23,8 @@ struct Source {
     std::string database;  ///< of a table that has no alias; empty otherwise
     std::string sqlAlias;  ///< unique in the statement
     std::vector<SourceColumn> columns;
-    ObjectPtr table;  ///< of a table (not a view): the target of UPDATE and DELETE
-    std::string rowIdColumn = "rowid";
-    std::string rowId() const { return sqlAlias + "." + rowIdColumn; }
+    ObjectPtr table;                  ///< of a table (not a view): the target of UPDATE and DELETE
+    std::vector<std::string> rowKey;  ///< of a table: what tells its rows apart, the row id or the clustered key
     int columnIndex(std::string_view name) const;
 };
 

@@ -94,16 +94,19 @@ std::string createTableSql(const Object& table) {
             if (key.enabled) sql += ", " + foreignKeySql(key);
         }
     }
-    return sql + ") STRICT";
+    if (!table.clustered) return sql + ") STRICT";
+    std::string key;
+    for (const IndexColumn& column : table.primaryKey()->columns) {
+        key += (key.empty() ? "" : ", ") + quoted(column.name) + (column.descending ? " DESC" : "");
+    }
+    return sql + ", PRIMARY KEY (" + key + ")) STRICT, WITHOUT ROWID";
 }
 
 std::vector<std::string> tableSql(const Object& table) {
     std::vector<std::string> list{createTableSql(table)};
     const ColumnInfo* identity = table.identityColumn();
     for (const IndexInfo& index : table.indexes) {
-        // The identity column is the row id: a key on it alone needs no index.
-        const bool rowId = identity && index.columns.size() == 1 && equalsNoCase(index.columns[0].name, identity->name);
-        if (rowId) continue;
+        if (table.isRowOrder(index)) continue;
         for (std::string& sql : createIndexSql(table, index)) list.push_back(std::move(sql));
     }
     if (identity && identity->plainIdentity() && identity->seed != 1) {

@@ -48,7 +48,7 @@ CREATE TABLE dbo.AP (
     isSuppComp bit NOT NULL CONSTRAINT DF_AP_isSuppComp DEFAULT (0),
     isOthers bit NOT NULL CONSTRAINT DF_AP_isOthers DEFAULT (0),
     DocOthers varchar(100) NULL,
-    CONSTRAINT PK_AP PRIMARY KEY (Voucher),
+    CONSTRAINT PK_AP PRIMARY KEY CLUSTERED (Voucher),
     INDEX IX_AP_Period (Period, Posted),
     INDEX IX_AP_Vendor (VendorID, VoucherDate),
     INDEX IX_AP_TransDate (TransDate)

@@ -9,6 +9,6 @@ CREATE TABLE dbo.AP2 (
     APYear varchar(4) NULL,
     APMonth varchar(2) NULL,
     APSeries varchar(10) NULL,
-    CONSTRAINT PK_AP2 PRIMARY KEY (Voucher),
+    CONSTRAINT PK_AP2 PRIMARY KEY CLUSTERED (Voucher),
     INDEX IX_AP2_PrintVoucher (PrintVoucher)
 );

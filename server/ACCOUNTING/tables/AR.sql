@@ -21,7 +21,7 @@ CREATE TABLE dbo.AR (
     Posted bit NULL CONSTRAINT DF_AR_Posted DEFAULT (0),
     PostedBy varchar(15) NULL,
     PostedDate datetime NULL,
-    CONSTRAINT PK_AR PRIMARY KEY (Batch),
+    CONSTRAINT PK_AR PRIMARY KEY CLUSTERED (Batch),
     INDEX IX_AR_Period (Period, Posted),
     INDEX IX_AR_Date (BatchDate, Batch),
     INDEX IX_AR_Report (ReportDate, ReportType)

@@ -22,7 +22,7 @@ CREATE TABLE dbo.CDB (
     PostedBy varchar(15) NULL,
     PostedDate datetime NULL,
     Cancelled bit NOT NULL CONSTRAINT DF_CDB_Cancelled DEFAULT (0),
-    CONSTRAINT PK_CDB PRIMARY KEY (CVNo),
+    CONSTRAINT PK_CDB PRIMARY KEY CLUSTERED (CVNo),
     INDEX IX_CDB_Period (Period, Posted),
     INDEX IX_CDB_Date (CVDate, CVNo),
     INDEX IX_CDB_Vendor (VendorID, CVDate)

@@ -9,6 +9,6 @@ CREATE TABLE dbo.CDB2 (
     CVYear varchar(4) NULL,
     CVMonth varchar(2) NULL,
     CVSeries varchar(10) NULL,
-    CONSTRAINT PK_CDB2 PRIMARY KEY (CVNo),
+    CONSTRAINT PK_CDB2 PRIMARY KEY CLUSTERED (CVNo),
     INDEX IX_CDB2_PrintCVNo (PrintCVNo)
 );

@@ -19,7 +19,7 @@ CREATE TABLE dbo.CRB (
     Posted bit NULL CONSTRAINT DF_CRB_Posted DEFAULT (0),
     PostedBy varchar(15) NULL,
     PostedDate datetime NULL,
-    CONSTRAINT PK_CRB PRIMARY KEY (Batch),
+    CONSTRAINT PK_CRB PRIMARY KEY CLUSTERED (Batch),
     INDEX IX_CRB_Period (Period, Posted),
     INDEX IX_CRB_Date (BatchDate, Batch),
     INDEX IX_CRB_Report (ReportDate)

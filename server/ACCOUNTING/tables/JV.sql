@@ -20,7 +20,7 @@ CREATE TABLE dbo.JV (
     PostedBy varchar(15) NULL,
     PostedDate datetime NULL,
     Cancelled bit NOT NULL CONSTRAINT DF_JV_Cancelled DEFAULT (0),
-    CONSTRAINT PK_JV PRIMARY KEY (Batch),
+    CONSTRAINT PK_JV PRIMARY KEY CLUSTERED (Batch),
     INDEX IX_JV_Period (Period, Posted),
     INDEX IX_JV_Date (BatchDate, Batch)
 );

@@ -9,6 +9,6 @@ CREATE TABLE dbo.JV2 (
     JVYear varchar(4) NULL,
     JVMonth varchar(2) NULL,
     JVSeries varchar(10) NULL,
-    CONSTRAINT PK_JV2 PRIMARY KEY (Batch),
+    CONSTRAINT PK_JV2 PRIMARY KEY CLUSTERED (Batch),
     INDEX IX_JV2_PrintJVBatch (PrintJVBatch)
 );

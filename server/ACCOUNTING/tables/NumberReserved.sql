@@ -9,5 +9,5 @@ CREATE TABLE dbo.NumberReserved (
     Month varchar(2) NOT NULL,
     Number int NOT NULL,
     ReservedAt datetime NOT NULL,
-    CONSTRAINT PK_NumberReserved PRIMARY KEY (SessionID, Series, Year, Month)
+    CONSTRAINT PK_NumberReserved PRIMARY KEY CLUSTERED (SessionID, Series, Year, Month)
 );

@@ -9,6 +9,6 @@ CREATE TABLE dbo.NumberSeries (
     Year varchar(4) NOT NULL,
     Month varchar(2) NOT NULL,
     LastNo int NOT NULL,
-    CONSTRAINT PK_NumberSeries PRIMARY KEY (Series, Year, Month),
+    CONSTRAINT PK_NumberSeries PRIMARY KEY CLUSTERED (Series, Year, Month),
     CONSTRAINT CK_NumberSeries_LastNo CHECK (LastNo >= 0)
 );
