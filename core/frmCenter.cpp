@@ -33,7 +33,8 @@ frmCenter::frmCenter(Session& session) : Form("frmCenter", "Home", Window::Child
     lblUser.look(Label::Look::Hint);
     lblPrepared.look(Label::Look::Hint);
     lvwBooks.rows(5);
-    lvwWaiting.rows(8);
+    lvwWaiting.rows(4);
+    lvwWaiting.emptyText("Nothing waits.");
     lvwWaiting.setColumns({{"Book", 26}, {"What waits", 40, Align::Left, true}});
     cmdRefresh.onClick = [this] { ShowState(); };
     shortcut("F5", "cmdRefresh_Click", [this] { ShowState(); });

@@ -31,7 +31,9 @@ void frmMain::buildButtons() {
         bookButtons_.push_back(std::make_unique<CommandButton>(*this, book.button, book.caption, book.icon));
         CommandButton& made = *bookButtons_.back();
         made.large();
-        made.setHelp(std::string("Opens the ") + book.name + ".");
+        const std::string title = replaceAll(book.caption, "\n", " ");
+        made.setHelp("Opens the " + replaceAll(title, "&", "") +
+                     (std::string_view(book.code) == "GL" ? "." : " book."));
         made.onClick = [this, &book] { OpenBook(book); };
         strip.emplace_back(made);
     }

@@ -9,6 +9,7 @@ namespace kv {
 frmChecklistBatch::frmChecklistBatch(Session& session)
     : Form("frmChecklistBatch", "List of Vouchers"), session_(session) {
     lvwList.checkBoxes().rows(16);
+    lvwList.emptyText("No batch here.");
     lvwList.setColumns({{"Batch", 16}, {"Date", 12}, {"Particulars", 60, Align::Left, true}});
     lvwList.setHelp("Space ticks a batch.");
     chkAll.onClick = [this] { lvwList.checkAll(chkAll.checked()); };

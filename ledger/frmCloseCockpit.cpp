@@ -29,6 +29,8 @@ frmCloseCockpit::frmCloseCockpit(Session& session) : Form("frmCloseCockpit", "Cl
     grdBoard.rowsShown(6);
     grdBoard.setHelp("Arrows choose a book and month. Enter goes to what stands in its way.");
     lvwBatches.setColumns(previewColumns());
+    lvwBatches.emptyText("The book has no batch in this month.");
+    lvwChanged.emptyText("Nothing changed since the close.");
     lvwBatches.rows(7);
     lvwBatches.setHelp("Enter opens the batch.");
     lvwChanged.setColumns({{"Batch", 15},

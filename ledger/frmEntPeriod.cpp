@@ -25,6 +25,7 @@ frmEntPeriod::frmEntPeriod(Session& session) : Form("frmEntPeriod", "Period"), s
     lblTotals.look(Label::Look::Hint);
     lblTrouble.setAlert(true);
     lvwBatches.setColumns(previewColumns());
+    lvwBatches.emptyText("The book has no batch in this month.");
     lvwBatches.rows(9);
     lvwBatches.setHelp("What the close brings into the ledger, first what stands in its way. Enter opens a batch.");
     lvwBatches.onDblClick = [this](int) { OpenBatch(); };

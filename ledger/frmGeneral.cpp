@@ -9,6 +9,7 @@
 #include "ledger/frmAPVRange.h"
 #include "ledger/frmChecklistBatch.h"
 #include "ledger/frmEntPeriod.h"
+#include "ledger/frmJournEntry.h"
 #include "ledger/frmListBatch.h"
 #include "platform/base/Text.h"
 #include "platform/data/Statement.h"
@@ -70,8 +71,9 @@ frmGeneral::frmGeneral(Session& session)
                            {"Amount", 16, Align::Right},
                            {"State", 12},
                            {"Printed No.", 16}});
-    lvwBatches.setHelp("Enter opens a batch; Ctrl+E lists what can be edited.");
+    lvwBatches.setHelp("Enter opens a batch, Ctrl+N begins one, Ctrl+E lists what can be edited.");
     lvwBatches.onDblClick = [this](int) { OpenBatch(); };
+    shortcut("Ctrl+N", "mnuEnter_0_Click", [this] { NewBatch(); });
     for (const BookMenuEntry& entry : kBookMenu) {
         MenuItem& item = this->*entry.item;
         item.onClick = [this, &item] { RunCommand(item); };
@@ -143,7 +145,10 @@ void frmGeneral::LoadBatches() {
     }
     lblBatches.setText(std::to_string(items.size()) + (items.size() == 1 ? " batch" : " batches") + " from " +
                        periodName(period) + " on, " + Format(total, "#,##0.00"));
+    const std::string before = lvwBatches.selectedKey();
     lvwBatches.setItems(std::move(items));
+    lvwBatches.emptyText("No batch from " + periodName(period) + " on. Ctrl+N begins one.");
+    lvwBatches.select(std::max(lvwBatches.find(before), 0));
 }
 
 void frmGeneral::Form_KeyPress(int& KeyAscii) {
@@ -170,6 +175,13 @@ void frmGeneral::tbrGeneral_ButtonClick(const std::string& key) {
 void frmGeneral::mnuEnter_0_Click() {
     frmListBatch list(session_);
     list.ShowModal();
+    LoadBatches();
+}
+
+void frmGeneral::NewBatch() {
+    frmJournEntry entry(session_);
+    entry.Add();
+    entry.ShowModal();
     LoadBatches();
 }
 

@@ -57,6 +57,7 @@ private:
     void mnuPost_Click();
     void mnuUnpost_Click();
     void tbrGeneral_ButtonClick(const std::string& key);
+    void NewBatch();
     void OpenBatch();
 
     void RunCommand(const MenuItem& entry);

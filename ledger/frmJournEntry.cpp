@@ -31,6 +31,16 @@ void frmJournEntry::connect() {
     grdAccounts.onBrowse = [this] { grdAccounts_Browse(); };
     grdAccounts.onAfterValidate = [this] { grdAccounts_AfterValidate(); };
     grdAccounts.onRowColChange = [this] { DisplayAccounts(); };
+    grdAccounts.onPassOver = [this](int row, int col, bool& pass) { grdAccounts_PassOver(row, col, pass); };
+    grdAccounts.onEndOfLines = [this] { cmdOption0.setFocus(); };
+    grdAccounts.onGridKey = [this](const std::string& key, bool& handled) {
+        handled = key == "F9";
+        if (handled) BalanceLine();
+    };
+    txtParticular.onKeyDown = [this](const std::string& key, bool& handled) {
+        handled = key == "Ctrl+D";
+        if (handled) TakeLastParticular();
+    };
     cmdOption0.onClick = [this] { cmdOption0_Click(); };
     cmdOption1.onClick = [this] { Unload(); };
     cmdOption2.onClick = [this] { cmdOption2_Click(); };
@@ -48,9 +58,11 @@ void frmJournEntry::arrange() {
     lblLabel14.look(Label::Look::Heading);
     dtpBatchDate.setHelp("Date of the batch. + and - move by a day. A closed month is refused.");
     txtParticular.maxLength(500);
-    txtParticular.setHelp("What the batch is about, as it shall stand in the books.");
+    txtParticular.setHelp(
+        "What the batch is about, as it shall stand in the books. Ctrl+D takes it from your last batch.");
     grdAccounts.setHelp(
-        "Code or part of a title, Enter moves on. F2 searches, F7 adds a row, F8 deletes it, Ctrl+S saves.");
+        "Code or part of a title. F2 searches, F7 adds a row, F8 deletes it, F9 balances, Ctrl+D repeats, Ctrl+S "
+        "saves.");
     lblAccount.look(Label::Look::FigureBold);
     lblAccount.setAlign(Align::Left);
     for (Label* total : {&lblTotals0, &lblTotals1, &lblTotals2}) total->look(Label::Look::FigureBold);
@@ -60,11 +72,10 @@ void frmJournEntry::arrange() {
     cmdOption3.setHelp("F8");
     setLayout(column({
         row({lblType, stretch(), lblLabel14}),
-        fields({{"&Date:", {dtpBatchDate, gap(), lblBatchType, width(cboBatchType, 26), stretch()}},
+        fields({{"Dat&e:", {dtpBatchDate, gap(), lblBatchType, width(cboBatchType, 26), stretch()}},
                 {"&Particulars:", txtParticular}}),
-        expand(grdAccounts),
-        row({expand(lblAccount),
-             fields({{"Debit", lblTotals0}, {"Credit", lblTotals1}, {"Difference", lblTotals2}}, 3)}),
+        totals(grdAccounts, {{kTitle, &lblTotals2, "Difference"}, {kDebit, &lblTotals0}, {kCredit, &lblTotals1}},
+               &lblAccount),
         row({cmdOption2, cmdOption3, gap(), cmdOption6, stretch(), cmdOption0, cmdOption1}),
     }));
     setSize(1080, 680);
@@ -124,7 +135,7 @@ void frmJournEntry::InitBatchTypes() {
 
 void frmJournEntry::InitGrdAccounts() {
     grdAccounts.FormatString("|<Code|<Dept.|<Voucher|<Description|>Debit|>Credit|||");
-    constexpr int kWidths[] = {420, 1300, 1000, 0, 4420, 1800, 1800, 0, 0, 0};
+    constexpr int kWidths[] = {420, 1300, 1000, 0, 4420, 2100, 2100, 0, 0, 0};
     for (int col = kMarker; col <= kSubsidiary; ++col) {
         grdAccounts.SetColWidth(col, kWidths[col]);
         grdAccounts.SetColumnLock(col, col != kCode && col != kDept && col != kDebit && col != kCredit);
@@ -230,6 +241,35 @@ void frmJournEntry::grdAccounts_EnterCell(bool& refused) {
     const bool noAccount = col != kCode && grdAccounts.GetText(row, kCode).empty();
     const bool noDept = col == kDept && grdAccounts.GetText(row, kSubsidiary) != "1";
     refused = noAccount || noDept;
+}
+
+/// Enter goes where something may be typed, and past the side of a line whose other side holds its amount.
+void frmJournEntry::grdAccounts_PassOver(int row, int col, bool& pass) const {
+    const JournalLine line = lineOf(row);
+    if (col == kDept) pass = !line.NeedsDept;
+    if (col == kDebit) pass = !line.hasAccount() || (line.Debit.isZero() && !line.Credit.isZero());
+    if (col == kCredit) pass = !line.hasAccount() || (line.Credit.isZero() && !line.Debit.isZero());
+}
+
+/// Puts what the other lines lack into this one, on the side where it is missing.
+void frmJournEntry::BalanceLine() {
+    const int row = grdAccounts.Row();
+    if (!grdAccounts.commit() || !lineOf(row).hasAccount()) return;
+    const Money missing = totalsOf(lines()).difference() - lineOf(row).amount();
+    if (missing.isZero()) return;
+    const bool debit = missing < Money();
+    grdAccounts.SetText(row, kDebit, debit ? Format(-missing, "#,##0.00##") : std::string());
+    grdAccounts.SetText(row, kCredit, debit ? std::string() : Format(missing, "#,##0.00##"));
+    grdAccounts.moveTo(row, debit ? kDebit : kCredit);
+    grdAccounts_AfterValidate();
+}
+
+void frmJournEntry::TakeLastParticular() {
+    const Recordset last = session_.cn().Open(
+        sql("SELECT TOP 1 Particular FROM {} WHERE Encoder = '{}' ORDER BY LEN(Batch) DESC, Batch DESC")
+            .name(session_.BookTable())
+            .text(session_.EmployeeCode));
+    if (!last.eof()) txtParticular.setText(last["Particular"].text());
 }
 
 void frmJournEntry::grdAccounts_ValidateEntry(bool& Cancel) {
@@ -357,7 +397,7 @@ void frmJournEntry::Save_Routine() {
 
 void frmJournEntry::Form_QueryUnload(bool& Cancel) {
     if (leaving_) return;
-    Cancel = !Ask("Changes will be ignored! Do you really wish to Exit?", "Warning", Icon::Exclamation);
+    Cancel = !Ask("Changes will be ignored! Do you really wish to Exit?", "Warning", Icon::Exclamation, false);
     if (Cancel) grdAccounts.setFocus();
 }
 

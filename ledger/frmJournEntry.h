@@ -63,6 +63,9 @@ private:
     void ValidateDept(bool& Cancel);
     void grdAccounts_Browse();
     void grdAccounts_AfterValidate();
+    void grdAccounts_PassOver(int row, int col, bool& pass) const;
+    void BalanceLine();
+    void TakeLastParticular();
     void cmdOption0_Click();
     void cmdOption2_Click();
     void cmdOption3_Click();

@@ -8,12 +8,17 @@ namespace kv {
 
 frmListBatch::frmListBatch(Session& session) : Form("frmListBatch", "List of Vouchers"), session_(session) {
     txtSearch.placeholder("Type to narrow the list");
-    txtSearch.onChange = [this] { lvwList.filter(txtSearch.text()); };
+    txtSearch.onChange = [this] {
+        lvwList.filter(txtSearch.text());
+        ShowCount();
+    };
     lvwList.setColumns({{"Number", 16}, {"Date", 12}, {"Particulars", 60, Align::Left, true}, {"Batch", 10}});
     lvwList.rows(16);
-    lvwList.setHelp("Enter opens the batch. Type in the box above to narrow the list.");
+    lvwList.setHelp("Enter opens the batch, Ctrl+N begins one. Type in the box above to narrow the list.");
     lvwList.onDblClick = [this](int) { cmdEdit_Click(); };
     lblTotal.look(Label::Look::Hint);
+    lvwList.emptyText("No batch waits to be edited. Ctrl+N begins one.");
+    shortcut("Ctrl+N", "cmdNew_Click", [this] { cmdNew_Click(); });
     cmdNew.primary();
     cmdNew.onClick = [this] { cmdNew_Click(); };
     cmdEdit.onClick = [this] { cmdEdit_Click(); };
@@ -44,8 +49,15 @@ void frmListBatch::LoadList() {
     lvwList.setItems(std::move(items));
     const int again = lvwList.find(before);
     if (any) lvwList.select(again >= 0 ? again : 0);
-    lblTotal.setText(std::to_string(rows.recordCount()) + (rows.recordCount() == 1 ? " batch" : " batches"));
-    cmdEdit.setEnabled(any);
+    lvwList.filter(txtSearch.text());
+    ShowCount();
+}
+
+void frmListBatch::ShowCount() {
+    const int all = lvwList.count();
+    const std::string shown = lvwList.shown() < all ? std::to_string(lvwList.shown()) + " of " : std::string();
+    lblTotal.setText(shown + std::to_string(all) + (all == 1 ? " batch" : " batches"));
+    cmdEdit.setEnabled(lvwList.shown() > 0);
 }
 
 void frmListBatch::cmdNew_Click() {

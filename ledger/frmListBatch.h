@@ -24,6 +24,7 @@ protected:
 
 private:
     void LoadList();
+    void ShowCount();
     void cmdNew_Click();
     void cmdEdit_Click();
 

@@ -1,5 +1,6 @@
 #include "reporting/EntryFilter.h"
 
+#include <cmath>
 #include <utility>
 
 #include "platform/base/Date.h"
@@ -50,6 +51,13 @@ std::string writtenBack(EntryFilter filter, const std::string& text) {
         if (const auto date = parseDate(text)) return Format(*date, "M/d/yyyy");
     }
     return text;
+}
+
+std::string entryFault(EntryFilter filter, std::string_view text) {
+    constexpr double kBound = 1e12;
+    if (!isNumberFilter(filter) || trimBlanks(text).empty()) return {};
+    if (!IsNumeric(text)) return "This is not a number.";
+    return std::abs(numberOf(text)) < kBound ? "" : "The number is too large.";
 }
 
 std::string pastedEntry(EntryFilter filter, std::string_view text) {

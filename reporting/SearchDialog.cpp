@@ -32,6 +32,7 @@ SearchDialog::SearchDialog(Session& session, std::string name, std::string capti
     txtSearchStr.onKeyDown = [this](const std::string& key, bool& handled) { txtSearchStr_KeyDown(key, handled); };
     chkAutoSearch.setChecked(true);
     grdDispWindow.rows(14);
+    grdDispWindow.emptyText("Nothing found.");
     grdDispWindow.onDblClick = [this](int) { cmdSelect_Click(); };
     cmdSelect.primary();
     cmdSelect.onClick = [this] { cmdSelect_Click(); };

@@ -1,6 +1,7 @@
 #include "reporting/ctlGrid.h"
 
 #include "platform/base/Text.h"
+#include "platform/forms/Dialogs.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/QuietDialogs.h"
 #include "reporting/frmRefusedCells.h"
@@ -25,11 +26,18 @@ void ctlGrid::connectHooks() {
         raise(onRowColChange, "RowColChange");
     };
     focusEntry = [this](int, int) { raise(onFocusEntry, "FocusEntry"); };
-    next = [this](int r, int c) { return NextCell(r, c); };
+    next = [this](int r, int c) {
+        const std::pair<int, int> to = NextCell(r, c);
+        if (to.first >= 1 || !onEndOfLines) return to;
+        raise(onEndOfLines, "EndOfLines");
+        return std::pair(r, c);
+    };
     keyDown = [this](const std::string& key) {
         bool handled = false;
         raise(onGridKey, "KeyDown", key, handled);
-        return handled;
+        if (handled || key != "Ctrl+D") return handled;
+        takeFromAbove();
+        return true;
     };
     clicked = [this](int, int) { raise(onClick, "Click"); };
     doubleClicked = [this](int, int) { raise(onDblClick, "DblClick"); };
@@ -126,6 +134,16 @@ bool ctlGrid::rowIsBlank(int row) const {
     return true;
 }
 
+bool ctlGrid::passedOver(int row, int col) const {
+    bool pass = false;
+    raise(onPassOver, "PassOver", row, col, pass);
+    return pass;
+}
+
+void ctlGrid::takeFromAbove() {
+    if (row() > 1 && editorOpen()) setEditorText(cell(row() - 1, col()));
+}
+
 std::pair<int, int> ctlGrid::NextCell(int Row, int Col) {
     int c = std::exchange(nextStart_, std::nullopt).value_or(Col);
     int r = Row;
@@ -139,7 +157,7 @@ std::pair<int, int> ctlGrid::NextCell(int Row, int Col) {
             }
             ++r;
         }
-        if (usable(c)) return {r, c};
+        if (usable(c) && !passedOver(r, c)) return {r, c};
     }
     return {Row, Col};
 }
@@ -148,6 +166,10 @@ bool ctlGrid::validateEntry(int row, int col, std::string& text) {
     if (std::exchange(skipOnce_, false)) return true;
     if (text.empty() && !rules(col).blankCheck) return true;
     if (!text.empty() && text == cell(row, col)) return true;  // nothing was changed
+    if (const std::string fault = entryFault(rules(col).filter, text); !fault.empty()) {
+        MsgBox(fault, Icon::Exclamation);
+        return false;
+    }
     bool cancel = false;
     bool finished = !onValidateEntry;
     entry_ = text;

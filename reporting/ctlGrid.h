@@ -59,7 +59,8 @@ public:
     void ShowEntry() { openEditor(); }
     /// Skips one validation.
     void SkipValidation() { skipOnce_ = true; }
-    /// The cell that follows by the rules of Enter; adds a row behind a last row that is filled.
+    /// The cell that follows by the rules of Enter; adds a row behind a last row that is filled. (-1, -1) behind an
+    /// empty one.
     std::pair<int, int> NextCell(int Row, int Col);
 
     Event<bool&> onShowEntry;  ///< the screen may refuse entry by setting the flag
@@ -72,6 +73,9 @@ public:
     Event<> onClick;
     Event<> onDblClick;
     Event<int> onColumnClick;
+    /// Enter passes over the cell at row and column when the flag is set; the pointer and the arrows still come to it.
+    Event<int, int, bool&> onPassOver;
+    Event<> onEndOfLines;  ///< Enter in an empty last line; without a handler it goes on to the next control
     Event<std::string, bool&> onGridKey;  ///< F-keys and the like by name; the flag says it was handled
 
 private:
@@ -86,6 +90,8 @@ private:
     bool usable(int col) const;
     bool entryIsOn() const;
     bool rowIsBlank(int row) const;
+    bool passedOver(int row, int col) const;
+    void takeFromAbove();
     void markOpenRow();
     void connectHooks();
     bool validateEntry(int row, int col, std::string& text);

@@ -151,6 +151,7 @@ void Form::ShowModal() {
     }
     drop(Impl::modals(), this);
     if (*alive) impl_->modal = false;
+    if (Form* front = active()) front->impl().showHelp();
 }
 
 void Form::Hide() {

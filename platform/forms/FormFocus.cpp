@@ -121,6 +121,12 @@ bool Form::Impl::moveFocus(bool next) {
     }
     if (!to) return !userTab() || tryLeave(form, nullptr);
     if (userTab() && !tryLeave(form, to->widget())) return true;
+    // leaving may have opened a field that stands nearer
+    for (int back = index; back != static_cast<int>(at - order.begin()) && at != order.end();) {
+        back = (back + (next ? count - 1 : 1)) % count;
+        Control* nearer = order[static_cast<std::size_t>(back)];
+        if (nearer != from && isTabStop(form, *nearer)) to = nearer;
+    }
     focusTarget(*to)->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
     return true;
 }

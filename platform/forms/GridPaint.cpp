@@ -81,10 +81,12 @@ void GridPaint::paint(QPainter* painter, const QStyleOptionViewItem& option, con
     if (text.isEmpty()) return;
     const QRect inside = cell.adjusted(kCellPadding_px, 0, -kCellPadding_px - 1, -1);
     const auto group = view_.isEnabled() ? QPalette::Active : QPalette::Disabled;
-    painter->setPen(view_.palette().color(group, QPalette::Text));
+    const Align align = view_.model().column(col).align;
+    const bool nothing = align == Align::Right && text == QLatin1String("0.00");
+    painter->setPen(nothing ? tone.hint : view_.palette().color(group, QPalette::Text));
     painter->setFont(option.font);
-    painter->drawText(inside, int(alignmentOf(view_.model().column(col).align)) | Qt::TextSingleLine,
-                      option.fontMetrics.elidedText(text, Qt::ElideRight, inside.width()));
+    painter->drawText(inside, int(alignmentOf(align)) | Qt::TextSingleLine,
+                      fitted(option.fontMetrics, text, inside.width(), align == Align::Right));
 }
 
 void GridPaint::paintMarker(QPainter& painter, const QRect& cell, int row, const QString& mark) const {

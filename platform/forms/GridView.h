@@ -63,6 +63,7 @@ public:
     void browse();
 
     bool isLocked(int col) const;
+    int openColumn(int from, int step) const;  ///< from there on that way; -1 without
     bool isCurrent(int row, int col) const { return row == row_ && col == col_; }
     /// Rows that are marked for copying.
     bool rowMarked(int row) const;
@@ -93,7 +94,6 @@ private:
     void enter();
     void moveOn();
     std::pair<int, int> following() const;
-    int openColumn(int from, int step) const;
     void markRows(int from, int to);
     void copyRows() const;
     bool paste();

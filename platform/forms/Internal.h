@@ -151,6 +151,9 @@ constexpr int kGridRow_px = 28;
 
 /// An icon of ours by its name ("document-save"), in the theme's colours; empty when there is none.
 QIcon iconOf(std::string_view name);
+/// A cell's text in `width_px`: words are shortened with an ellipsis, a figure that has no room is all "#", since a
+/// part of it would read as another figure.
+QString fitted(const QFontMetrics& metrics, const QString& text, int width_px, bool figure);
 /// Width of `chars` ordinary characters in the widget's font.
 int charsWidth(const QWidget* widget, int chars);
 

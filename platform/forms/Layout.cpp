@@ -1,5 +1,6 @@
 #include "platform/forms/Layout.h"
 
+#include "platform/forms/Grid.h"
 #include "platform/forms/LayoutImpl.h"
 
 namespace kv {
@@ -55,6 +56,14 @@ Layout tabs(TabStrip& strip, std::initializer_list<Page> pages) {
 }
 
 Layout expand(Layout content) { return make(Kind::Expand, {std::move(content)}); }
+Layout totals(Grid& grid, std::initializer_list<ColumnTotal> cells, Control* note) {
+    Layout layout = make(Kind::Totals);
+    layout.node()->control = &grid;
+    layout.node()->totals = cells;
+    layout.node()->note = note;
+    return layout;
+}
+
 Layout stretch() { return make(Kind::Stretch); }
 Layout gap() { return make(Kind::Gap); }
 Layout buttons(std::initializer_list<Layout> parts) { return make(Kind::Buttons, parts); }

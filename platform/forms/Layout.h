@@ -18,6 +18,7 @@ namespace kv {
 
 class Control;
 class TabStrip;
+class Grid;
 
 struct LayoutNode;
 
@@ -52,7 +53,15 @@ Layout fields(std::initializer_list<FieldRow> rows, int columns = 1);
 Layout group(std::string caption, Layout content);  ///< a titled frame
 Layout card(Layout content);                        ///< a quiet panel
 Layout tabs(TabStrip& strip, std::initializer_list<Page> pages);
-Layout expand(Layout content);                        ///< takes the room that is left
+Layout expand(Layout content);  ///< takes the room that is left
+/// A total below the column of a grid that it sums, and what is written at its left.
+struct ColumnTotal {
+    int column;
+    Control* total;
+    std::string caption = {};
+};
+/// A grid that takes the room that is left, with a last line of totals that is always in sight; `note` at its left.
+Layout totals(Grid& grid, std::initializer_list<ColumnTotal> cells, Control* note = nullptr);
 Layout stretch();                                     ///< empty room that grows
 Layout gap();                                         ///< one step of the spacing scale
 Layout buttons(std::initializer_list<Layout> parts);  ///< the row at the bottom right

@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "platform/forms/FormImpl.h"
+#include "platform/forms/GridFooter.h"
 #include "platform/forms/LayoutImpl.h"
 
 namespace kv {
@@ -57,6 +58,7 @@ bool wantsRoom(const Layout& layout, Qt::Orientation along) {
         case Kind::Stretch:
         case Kind::Split:
         case Kind::Mdi:
+        case Kind::Totals:
             return true;
         case Kind::Fields: {
             if (along == Qt::Horizontal) return true;
@@ -108,6 +110,7 @@ private:
     void addFields(const LayoutNode& node, QBoxLayout* box, int stretch);
     void addTabs(const LayoutNode& node, QBoxLayout* box, int stretch);
     void addSplit(const LayoutNode& node, QBoxLayout* box, int stretch);
+    void addTotals(const LayoutNode& node, QBoxLayout* box);
     void addPanel(QWidget* panel, const Layout& content, QBoxLayout* box, int stretch, QMargins margins);
     QVBoxLayout* inside(QWidget* widget, QMargins margins);
     void place(Control& control, QBoxLayout* box, int stretch);
@@ -264,6 +267,25 @@ void Builder::addSplit(const LayoutNode& node, QBoxLayout* box, int stretch) {
     box->addWidget(splitter, std::max(1, stretch));
 }
 
+void Builder::addTotals(const LayoutNode& node, QBoxLayout* box) {
+    auto* both = new QVBoxLayout;
+    both->setSpacing(0);
+    box->addLayout(both, 1);
+    place(*node.control, both, 1);
+    std::vector<GridFooter::Cell> cells;
+    for (const ColumnTotal& cell : node.totals) {
+        in_.order.push_back(cell.total);
+        cells.push_back({cell.column, cell.total->widget(), qs(cell.caption)});
+    }
+    QWidget* note = nullptr;
+    if (node.note) {
+        in_.order.push_back(node.note);
+        note = node.note->widget();
+    }
+    auto& view = *dynamic_cast<GridView*>(node.control->widget());
+    both->addWidget(new GridFooter(view, std::move(cells), note, parent_));
+}
+
 void Builder::addPanel(QWidget* panel, const Layout& content, QBoxLayout* box, int stretch, QMargins margins) {
     Builder sub(form_, panel);
     auto* column = inside(panel, margins);
@@ -328,6 +350,8 @@ void Builder::add(const Layout& layout, QBoxLayout* box, int stretch) {
             rule->setFrameShadow(QFrame::Plain);
             return box->addWidget(rule, stretch);
         }
+        case Kind::Totals:
+            return addTotals(node, box);
         case Kind::Mdi: {
             in_.makeMdi();
             return box->addWidget(in_.middle, std::max(1, stretch));

@@ -27,12 +27,15 @@ struct LayoutNode {
         Split,
         Width,
         Line,
-        Mdi
+        Mdi,
+        Totals
     };
     Kind kind = Kind::Column;
     Control* control = nullptr;
     std::vector<Layout> parts;
     std::vector<FieldRow> rows;         ///< Fields
+    Control* note = nullptr;            ///< Totals: at the left
+    std::vector<ColumnTotal> totals;    ///< Totals: below the grid
     std::vector<std::string> captions;  ///< Tabs: of the pages; Group: of the frame
     int number = 0;                     ///< Fields: columns; Width: characters
 };

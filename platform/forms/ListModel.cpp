@@ -54,6 +54,7 @@ void ListModel::setColumns(std::vector<ListColumn> columns) {
 void ListModel::setItems(std::vector<ListView::Item> items) {
     beginResetModel();
     items_ = std::move(items);
+    icons_ = std::any_of(items_.begin(), items_.end(), [](const ListView::Item& one) { return !one.icon.empty(); });
     keysKnown_ = false;
     applyFilter();
     endResetModel();
@@ -65,6 +66,7 @@ int ListModel::add(ListView::Item item) {
     const int line = rowCount();
     if (shown) beginInsertRows({}, line, line);
     if (keysKnown_ && !item.key.empty()) keys_.emplace(item.key, row);
+    icons_ = icons_ || !item.icon.empty();
     items_.push_back(std::move(item));
     if (filtered_ && shown) lines_.push_back(row);
     if (shown) endInsertRows();

@@ -21,6 +21,7 @@ public:
     int count() const { return static_cast<int>(items_.size()); }
     const ListView::Item& item(int row) const { return items_[static_cast<std::size_t>(row)]; }
     bool has(int row) const { return row >= 0 && row < count(); }
+    bool hasIcons() const { return icons_; }  ///< then every row keeps the room of one
     void setCell(int row, int column, std::string_view text);
     void setChecked(int row, bool checked);
     void checkAll(bool checked);
@@ -50,6 +51,7 @@ private:
 
     std::vector<ListColumn> columns_;
     std::vector<ListView::Item> items_;
+    bool icons_ = false;
     bool filtered_ = false;
     std::string filterText_;
     std::vector<int> lines_;  ///< rows that pass the filter

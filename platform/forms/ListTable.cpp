@@ -97,6 +97,15 @@ void ListTable::focusInEvent(QFocusEvent* event) {
     viewport()->update();
 }
 
+void ListTable::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    if (emptyText.isEmpty() || rows_.rowCount() > 0) return;
+    QPainter painter(viewport());
+    painter.setPen(tones().hint);
+    const QString text = rows_.count() > 0 ? QStringLiteral("Nothing here matches.") : emptyText;
+    painter.drawText(viewport()->rect().adjusted(24, 0, -24, 0), Qt::AlignCenter | Qt::TextWordWrap, text);
+}
+
 // ---- look --------------------------------------------------------------------------------------------------------
 
 void ListPaint::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
@@ -118,9 +127,9 @@ void ListPaint::paint(QPainter* painter, const QStyleOptionViewItem& option, con
         paintCheck(*painter, table_.checkBox(index), item.checked);
         inside.setLeft(inside.left() + kCheck_px + kPadding_px);
     }
-    if (index.column() == 0 && !item.icon.empty()) {
+    if (index.column() == 0 && rows_.hasIcons()) {
         const QRect place(inside.left(), option.rect.center().y() - kIcon_px / 2, kIcon_px, kIcon_px);
-        iconOf(item.icon).paint(painter, place);
+        if (!item.icon.empty()) iconOf(item.icon).paint(painter, place);
         inside.setLeft(inside.left() + kIcon_px + kPadding_px);
     }
     const QString text = index.data(Qt::DisplayRole).toString();
@@ -130,7 +139,7 @@ void ListPaint::paint(QPainter* painter, const QStyleOptionViewItem& option, con
     painter->setFont(option.font);
     const Align align = rows_.columns()[static_cast<std::size_t>(index.column())].align;
     const int side = align == Align::Right ? Qt::AlignRight : align == Align::Center ? Qt::AlignHCenter : Qt::AlignLeft;
-    const QString shown = option.fontMetrics.elidedText(text, Qt::ElideRight, inside.width());
+    const QString shown = fitted(option.fontMetrics, text, inside.width(), align == Align::Right);
     if (!table_.marked.isEmpty()) {
         const int room = inside.width() - option.fontMetrics.horizontalAdvance(shown);
         paintMarks(*painter, inside, shown,

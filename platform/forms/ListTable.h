@@ -15,6 +15,7 @@ public:
 
     bool checks = false;
     QString marked;                           ///< a text that is shown where it stands in the cells
+    QString emptyText;                        ///< stands in the middle while there is no row
     std::function<void(int row)> rowClicked;  ///< the user came to a row
     std::function<bool(int row)> rowOpened;   ///< double click or Enter; false: the key goes on to the form
     std::function<void(int row)> rowChecked;  ///< the check box or the blank key
@@ -26,6 +27,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     bool tick(const QMouseEvent& event);

@@ -15,6 +15,7 @@ struct ListView::Impl {
     ListTable* table = nullptr;
     int sorted = -1;
     bool descending = false;
+    bool lost = false;  ///< a filter hid the selected row and all others
     WidthMemory* memory = nullptr;
 
     void listen();
@@ -186,7 +187,18 @@ void ListView::mark(std::string_view text) {
 void ListView::filter(std::string_view text) {
     const int row = selected();
     impl_->rows.filter(text);
-    if (row >= 0) select(row);
+    if (row >= 0 && impl_->rows.lineOf(row) >= 0) return select(row);
+    const bool lost = std::exchange(impl_->lost, false) || row >= 0;
+    if (!lost) return;
+    impl_->lost = impl_->rows.rowCount() == 0;
+    select(impl_->lost ? -1 : impl_->rows.rowOf(0));
+}
+
+int ListView::shown() const { return impl_->rows.rowCount(); }
+
+ListView& ListView::emptyText(std::string_view text) {
+    impl_->table->emptyText = qs(text);
+    return *this;
 }
 
 void ListView::setDragging(bool on) {

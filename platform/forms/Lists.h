@@ -45,6 +45,7 @@ public:
     int addItem(Item item);
     void removeItem(int row);
     int count() const;
+    int shown() const;  ///< rows that the filter shows
     const Item& item(int row) const;
     std::string cell(int row, int column) const;
     void setCell(int row, int column, std::string_view text);
@@ -60,8 +61,11 @@ public:
     std::vector<int> checkedRows() const;
 
     void sortBy(int column, bool descending = false);
-    /// Shows only rows that hold the text in any column; empty shows all. Row numbers stay those of all rows.
+    /// Shows only rows that hold the text in any column; empty shows all. Row numbers stay those of all rows. Where the
+    /// selected row is hidden, the first one shown is selected.
     void filter(std::string_view text);
+    /// What stands in the middle of the list while it has no row.
+    ListView& emptyText(std::string_view text);
     void setDragging(bool on);  ///< rows can be dragged onto the nodes of a tree, which tells it by their keys
     /// Shows where a text stands in the cells; empty marks nothing.
     void mark(std::string_view text);

@@ -75,7 +75,10 @@ void LabelWidget::paintEvent(QPaintEvent* event) {
         painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
     }
     const QRect room = contentsRect();
-    const QString shortened = fontMetrics().elidedText(text(), Qt::ElideRight, room.width() + 1, Qt::TextShowMnemonic);
+    const bool figure = look_ == Label::Look::Figure || look_ == Label::Look::FigureBold;
+    const QString shortened =
+        figure ? fitted(fontMetrics(), text(), room.width() + 1, true)
+               : fontMetrics().elidedText(text(), Qt::ElideRight, room.width() + 1, Qt::TextShowMnemonic);
     if (pixmap(Qt::ReturnByValue).isNull() && !wordWrap() && !text().contains(u'\n') && shortened != text()) {
         QPainter painter(this);
         style()->drawItemText(&painter, room, static_cast<int>(alignment()) | Qt::TextShowMnemonic, palette(),
@@ -125,6 +128,7 @@ void Label::setAlert(bool alert) { faceOf(*this)->setAlert(alert); }
 namespace {
 constexpr int kLargeIcon_px = 32;
 constexpr QSize kLarge(112, 84);
+constexpr int kLargeNarrow_px = 84;
 }  // namespace
 
 ButtonWidget::ButtonWidget(const QString& text, QWidget* parent) : QPushButton(text, parent) {
@@ -154,6 +158,15 @@ QSize ButtonWidget::sizeHint() const {
                                                    Qt::AlignHCenter | Qt::TextWordWrap | Qt::TextShowMnemonic, text());
     return QSize(std::max(kLarge.width(), words.width() + 12),
                  std::max(kLarge.height(), kLargeIcon_px + words.height() + 26));
+}
+
+QSize ButtonWidget::minimumSizeHint() const {
+    const QSize hint = sizeHint();
+    if (kind_ != Kind::Large) return hint;
+    int wide = kLargeNarrow_px;
+    for (const QString& word : QString(text()).remove(u'&').split(u'\n'))
+        wide = std::max(wide, fontMetrics().horizontalAdvance(word) + 12);
+    return QSize(wide, hint.height());
 }
 
 void ButtonWidget::paintEvent(QPaintEvent* event) {

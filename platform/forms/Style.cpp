@@ -191,7 +191,7 @@ QRect Style::subElementRect(SubElement element, const QStyleOption* option, cons
         case SE_HeaderLabel: {
             const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option);
             const bool sorted = header && header->sortIndicator != QStyleOptionHeader::None;
-            return option->rect.adjusted(7, 0, sorted ? -20 : -7, 0);
+            return option->rect.adjusted(6, 0, sorted ? -20 : -7, 0);
         }
         case SE_HeaderArrow:
             return QRect(option->rect.right() - 18, option->rect.top(), 14, option->rect.height());

@@ -277,6 +277,18 @@ void drawHeader(const QStyleOptionHeader* header, QPainter* painter) {
              QPointF(header->rect.right() + 0.5, header->rect.bottom() - 6));
 }
 
+/// Drawn on a whole pixel: between two of them the glyphs lose what hangs below the line.
+void drawHeaderLabel(const QStyleOptionHeader* header, QPainter* painter) {
+    const QString text = header->fontMetrics.elidedText(header->text, Qt::ElideRight, header->rect.width());
+    const int spare = header->rect.width() - header->fontMetrics.horizontalAdvance(text);
+    const int indent = header->textAlignment & Qt::AlignRight     ? spare
+                       : header->textAlignment & Qt::AlignHCenter ? spare / 2
+                                                                  : 0;
+    const int line = (header->rect.height() + header->fontMetrics.ascent() - header->fontMetrics.descent()) / 2;
+    painter->setPen(tones().headerText);
+    painter->drawText(header->rect.topLeft() + QPoint(indent, line), text);
+}
+
 void drawFrame(const QStyleOption* option, QPainter* painter, const QWidget* widget) {
     const Tones& t = tones();
     if (flag(widget, "kvCard")) return box(painter, option->rect, t.panel, t.border);
@@ -472,6 +484,10 @@ void Style::drawControl(ControlElement element, const QStyleOption* option, QPai
         case CE_HeaderSection:
             if (const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option))
                 return drawHeader(header, painter);
+            break;
+        case CE_HeaderLabel:
+            if (const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option); header->icon.isNull())
+                return drawHeaderLabel(header, painter);
             break;
         case CE_HeaderEmptyArea:
             return painter->fillRect(option->rect, t.header);

@@ -4,6 +4,7 @@
 #include <QFontDatabase>
 #include <QPixmapCache>
 #include <QToolTip>
+#include <algorithm>
 #include <list>
 
 #include "platform/forms/Style.h"
@@ -148,6 +149,14 @@ void applyTheme(bool dark) {
         QCoreApplication::sendEvent(one, &change);
         one->update();
     }
+}
+
+QString fitted(const QFontMetrics& metrics, const QString& text, int width_px, bool figure) {
+    if (metrics.horizontalAdvance(text) <= width_px) return text;
+    const bool number = figure && std::any_of(text.begin(), text.end(), [](QChar c) { return c.isDigit(); }) &&
+                        std::none_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); });
+    if (!number) return metrics.elidedText(text, Qt::ElideRight, width_px);
+    return QString(std::max(1, width_px / std::max(1, metrics.horizontalAdvance(u'#'))), u'#');
 }
 
 int charsWidth(const QWidget* widget, int chars) {

@@ -35,7 +35,7 @@ public:
     void setKind(Kind kind);
     bool cancels = false;
     QSize sizeHint() const override;
-    QSize minimumSizeHint() const override { return sizeHint(); }
+    QSize minimumSizeHint() const override;  ///< a large one gives way on a narrow screen
 
 protected:
     void paintEvent(QPaintEvent* event) override;

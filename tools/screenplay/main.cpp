@@ -5,12 +5,13 @@
 #include <cstdlib>
 #include <filesystem>
 #include <map>
-#include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "platform/base/Error.h"
+#include "platform/forms/Accelerators.h"
 #include "platform/forms/Application.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/Openings.h"
@@ -21,7 +22,7 @@
 namespace {
 
 constexpr const char* kUsage =
-    "usage: screenplay [--data FILE] [--out DIR] [--keep-going] [--show] [--openings] FILE.play ...\n"
+    "usage: screenplay [--data FILE] [--out DIR] [--keep-going] [--show] [--openings] [--accelerators] FILE.play ...\n"
     "\n"
     "  --data FILE    the database file; made with the demo hospital when it does not exist\n"
     "  --data :fresh  each play on a throwaway copy of the demo hospital (the default); a line\n"
@@ -29,7 +30,8 @@ constexpr const char* kUsage =
     "  --out DIR      where pictures, reports and files go; \".\" without it\n"
     "  --keep-going   goes on with the next play after one that failed\n"
     "  --show         on the display, where there is one\n"
-    "  --openings     says how long each form took to come up\n";
+    "  --openings     says how long each form took to come up\n"
+    "  --accelerators fails where two controls of a form have the same Alt key\n";
 
 constexpr const char* kFresh = ":fresh";
 
@@ -39,6 +41,7 @@ struct Arguments {
     bool keepGoing = false;
     bool show = false;
     bool openings = false;
+    bool accelerators = false;
     bool serve = false;  ///< as a further workstation of a play, see Station
     std::vector<std::string> plays;
     bool good = true;
@@ -57,6 +60,8 @@ Arguments parseArguments(int argc, char** argv) {
             given.show = true;
         else if (word == "--openings")
             given.openings = true;
+        else if (word == "--accelerators")
+            given.accelerators = true;
         else if (word == "--serve")
             given.serve = true;
         else if (word.starts_with("-"))
@@ -98,12 +103,7 @@ bool playOne(const Arguments& given, const std::string& play) {
 /// Medians of all openings of all plays, the slowest form first.
 class Openings {
 public:
-    Openings() {
-        kv::watchOpenings([this](const kv::Form& form, double ms) { taken_ms_[form.name()].push_back(ms); });
-    }
-    Openings(const Openings&) = delete;
-    Openings& operator=(const Openings&) = delete;
-    ~Openings() { kv::watchOpenings({}); }
+    void note(const kv::Form& form, double ms) { taken_ms_[form.name()].push_back(ms); }
     void print() {
         std::vector<std::pair<double, std::string>> medians;
         for (auto& [form, all] : taken_ms_) {
@@ -122,10 +122,32 @@ private:
     std::map<std::string, std::vector<double>> taken_ms_;
 };
 
+/// Forms on which two controls have the same Alt key.
+class Accelerators {
+public:
+    void note(const kv::Form& form) {
+        for (const std::string& line : kv::doubledAccelerators(form))
+            doubled_.insert(form.name() + " has twice " + line);
+    }
+    bool sound() const {
+        for (const std::string& line : doubled_) std::fprintf(stderr, "%s\n", line.c_str());
+        return doubled_.empty();
+    }
+
+private:
+    std::set<std::string> doubled_;
+};
+
 int playAll(const Arguments& given) {
     if (given.serve) return playOn(given, given.data, {}) ? 0 : 1;
-    std::optional<Openings> openings;
-    if (given.openings) openings.emplace();
+    Openings openings;
+    Accelerators accelerators;
+    if (given.openings || given.accelerators) {
+        kv::watchOpenings([&](const kv::Form& form, double ms) {
+            openings.note(form, ms);
+            if (given.accelerators) accelerators.note(form);
+        });
+    }
     std::size_t held = 0;
     for (const std::string& play : given.plays) {
         if (playOne(given, play))
@@ -133,10 +155,11 @@ int playAll(const Arguments& given) {
         else if (!given.keepGoing)
             break;
     }
-    if (openings) openings->print();
+    kv::watchOpenings({});
+    if (given.openings) openings.print();
     const std::size_t failed = given.plays.size() - held;
     if (given.plays.size() > 1) std::printf("%zu plays held, %zu did not or were not reached\n", held, failed);
-    return failed ? 1 : 0;
+    return !accelerators.sound() || failed ? 1 : 0;
 }
 
 }  // namespace

@@ -285,7 +285,9 @@ bool typeInCell(const CellPlace& place, const std::string& text) {
     GridView& view = viewOf(place.grid);
     QPointer<GridView> alive = &view;
     typeOver(view.editor(), text);
-    pressKey(view.editor(), "Enter");
+    // to the next cell of the row, whatever Enter would pass over; behind the last one Enter opens a row
+    const bool more = view.openColumn(place.col + 1, 1) >= 0;
+    pressKey(view.editor(), more ? "Right" : "Enter");
     settle();
     return !alive || !view.refused();
 }
