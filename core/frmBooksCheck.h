@@ -23,7 +23,7 @@ public:
     ProgressBar prgRun{*this, "prgRun"};
     CommandButton cmdRun{*this, "cmdRun", "&Run Again", "view-refresh"};
     CommandButton cmdOpen{*this, "cmdOpen", "&Open Document", "document-open"};
-    CommandButton cmdCopy{*this, "cmdCopy", "&Copy", "edit-copy"};
+    CommandButton cmdCopy{*this, "cmdCopy", "Cop&y", "edit-copy"};
     CommandButton cmdClose{*this, "cmdClose", "&Close"};
 
 protected:

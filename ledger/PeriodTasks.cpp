@@ -14,9 +14,9 @@ namespace kv {
 namespace {
 
 constexpr auto kLooks = std::to_array<PeriodDialogLook>({
-    {PeriodMode::ClosePeriod, "Close Period", nullptr, "&Close Month"},
-    {PeriodMode::CloseAP, "Close Period", nullptr, "&Close Month"},
-    {PeriodMode::CloseCDB, "Close Period", nullptr, "&Close Month"},
+    {PeriodMode::ClosePeriod, "Close Period", nullptr, "Close &Month"},
+    {PeriodMode::CloseAP, "Close Period", nullptr, "Close &Month"},
+    {PeriodMode::CloseCDB, "Close Period", nullptr, "Close &Month"},
     {PeriodMode::PostBegBal, "Post Beginning Balances", nullptr, "&Post"},
     {PeriodMode::SetGLPeriod, "Set GL Period", nullptr, "&OK"},
     {PeriodMode::ReopenBook, "Open Period", "&Book :", "&OK"},

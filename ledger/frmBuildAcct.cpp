@@ -75,7 +75,7 @@ frmBuildAcct::frmBuildAcct(Session& session) : Form("frmBuildAcct", "Chart of Ac
 }
 
 void frmBuildAcct::lay() {
-    setMenu({{"&Chart",
+    setMenu({{"C&hart",
               {mnuNewGroup, mnuNewAccount, nullptr, mnuEditGroup, mnuMove, nullptr, mnuClassification, mnuSearch,
                mnuImport, nullptr, mnuClose}},
              {"&Print", {mnuPrint, mnuPrintIncome, mnuPrintList}}});

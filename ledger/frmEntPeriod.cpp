@@ -94,13 +94,13 @@ Layout frmEntPeriod::Fields(const char* entity) {
     if (closes) {
         setSize(940, 460);
         return expand(
-            column({row({fields({{"&Period :", dtpPeriod}}), lblTotals, stretch()}), expand(lvwBatches), lblTrouble}));
+            column({row({fields({{"Pe&riod :", dtpPeriod}}), lblTotals, stretch()}), expand(lvwBatches), lblTrouble}));
     }
-    if (reopens) return fields({{entity, txtEntity}, {"&Period :", dtpPeriod}, {"&Reason :", txtReason}});
-    if (!entity) return fields({{"&Period :", dtpPeriod}});
+    if (reopens) return fields({{entity, txtEntity}, {"Pe&riod :", dtpPeriod}, {"Reaso&n :", txtReason}});
+    if (!entity) return fields({{"Pe&riod :", dtpPeriod}});
     const FieldRow field = report_ ? FieldRow(entity, {txtEntity, cmdEntity, width(Layout(lblEntity), kEntity_chars)})
                                    : FieldRow(entity, txtEntity);
-    return fields({field, {"&Period :", dtpPeriod}});
+    return fields({field, {"Pe&riod :", dtpPeriod}});
 }
 
 bool frmEntPeriod::FindEntity(const std::string& typed) {

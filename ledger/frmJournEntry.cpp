@@ -277,6 +277,9 @@ void frmJournEntry::grdAccounts_ValidateEntry(bool& Cancel) {
         ValidateAccount(Cancel);
     } else if (grdAccounts.Col() == kDept && grdAccounts.GetText(grdAccounts.Row(), kSubsidiary) == "1") {
         ValidateDept(Cancel);
+    } else if (grdAccounts.Col() == kDebit || grdAccounts.Col() == kCredit) {
+        Cancel = !grdAccounts.TextEntry().empty() && !IsNumeric(grdAccounts.TextEntry());
+        if (Cancel) MsgBox("This is not a number.", Icon::Exclamation);
     }
 }
 

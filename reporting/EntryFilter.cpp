@@ -55,9 +55,8 @@ std::string writtenBack(EntryFilter filter, const std::string& text) {
 
 std::string entryFault(EntryFilter filter, std::string_view text) {
     constexpr double kBound = 1e12;
-    if (!isNumberFilter(filter) || trimBlanks(text).empty()) return {};
-    if (!IsNumeric(text)) return "This is not a number.";
-    return std::abs(numberOf(text)) < kBound ? "" : "The number is too large.";
+    const bool number = isNumberFilter(filter) && IsNumeric(text);
+    return number && std::abs(numberOf(text)) >= kBound ? "The number is too large." : "";
 }
 
 std::string pastedEntry(EntryFilter filter, std::string_view text) {

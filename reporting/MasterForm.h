@@ -92,7 +92,7 @@ private:
     Label lblKey{*this, "lblKey"};
     Label lblMode{*this, "lblMode"};
     CommandButton cmdOpt0{*this, "cmdOpt0", "&Save", "document-save"};
-    CommandButton cmdOpt1{*this, "cmdOpt1", "Cance&l", "dialog-cancel"};  // before Close: the one that Escape takes
+    CommandButton cmdOpt1{*this, "cmdOpt1", "Ca&ncel", "dialog-cancel"};  // before Close: the one that Escape takes
     CommandButton cmdOption0{*this, "cmdOption0", "&Close", "document-close"};
     CommandButton cmdOption1{*this, "cmdOption1", "&Add", "list-add"};
     CommandButton cmdOption2{*this, "cmdOption2", "&Delete", "edit-delete"};

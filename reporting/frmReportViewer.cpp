@@ -71,7 +71,7 @@ void frmReportViewer::arrange() {
     setLayout(column({row({cmdFirst, cmdPrevious, lblPage, cmdNext, cmdLast, gap(), cboZoom, gap(), txtFind, lblFound,
                            stretch(), cmdPrint, cmdClose}),
                       expand(crvReport)}));
-    setSize(1120, 860);
+    setSize(1220, 860);
     setFirstFocus(crvReport);
 }
 

@@ -20,7 +20,7 @@ const SelectShape kShapes[] = {
     {"frmSelectDateRangeBank", "Select Report Date",
         {kBank, {Kind::Day, "dtpReportDateStart", "&Start Date :"}, {Kind::Day, "dtpReportDateEnd", "&End Date :"}}},
     {"frmSelectDateEntity", "Select Report Date",
-        {{Kind::Code, "txtCode", "C&ode :", "cmdCode", "lblCode"},
+        {{Kind::Code, "txtCode", "Co&de :", "cmdCode", "lblCode"},
          {Kind::Day, "dtpReportDate1", "&Start Date :"}, {Kind::Day, "dtpReportDate2", "&End Date :"}}},
     {"frmSelectDateWType", "Select Report Date",
         {{Kind::Day, "dtpStartDate", "&Start Date :"}, {Kind::Day, "dtpEndDate", "&End Date :"},

@@ -116,6 +116,20 @@ TEST_F(ListsTest, FilterHidesRowsButNotTheirNumbers) {
     EXPECT_EQ(form.lvw.findText("a"), -1);
 }
 
+TEST_F(ListsTest, AFilterThatHidesTheSelectedRowSelectsTheFirstShown) {
+    form.lvw.select(1);
+    form.lvw.filter("B");
+    EXPECT_EQ(form.lvw.shown(), 3);
+    EXPECT_EQ(form.lvw.selected(), 0);
+    form.lvw.filter("no such text");
+    EXPECT_EQ(form.lvw.selected(), -1) << "what is not seen cannot be opened";
+    form.lvw.filter("");
+    EXPECT_EQ(form.lvw.selected(), 0);
+    form.lvw.select(-1);
+    form.lvw.filter("B");
+    EXPECT_EQ(form.lvw.selected(), -1) << "nothing was selected before";
+}
+
 TEST_F(ListsTest, KeysAndPointer) {
     form.lvw.setFocus();
     form.lvw.select(1);

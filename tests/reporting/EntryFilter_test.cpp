@@ -58,6 +58,17 @@ TEST(EntryFilter, WritesNumbersAndDatesBackInTheirForm) {
     for (const auto& row : rows) EXPECT_EQ(writtenBack(row.filter, row.typed), row.written) << row.typed;
 }
 
+TEST(EntryFilter, RefusesNumbersThatWouldLoseTheirCentavos) {
+    using enum EntryFilter;
+    EXPECT_EQ(entryFault(SignedNumber, "999999999999.99"), "");
+    EXPECT_EQ(writtenBack(SignedNumber, "999999999999.99"), "999,999,999,999.99");
+    EXPECT_NE(entryFault(SignedNumber, "1000000000000"), "");
+    EXPECT_NE(entryFault(SignedNumber, "-99999999999999999999"), "");
+    EXPECT_NE(entryFault(PositiveNumber, "1000000000000"), "");
+    EXPECT_EQ(entryFault(UpperCase, "1000000000000"), "");
+    EXPECT_EQ(entryFault(SignedNumber, ""), "");
+}
+
 TEST(EntryFilter, TakesTheWaysInWhichSpreadsheetsWriteFigures) {
     using enum EntryFilter;
     struct {

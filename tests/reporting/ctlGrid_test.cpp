@@ -107,6 +107,40 @@ TEST_F(CtlGrid, MovesStepRightPastLockedColumnsAndOpenARowAtTheEnd) {
     EXPECT_EQ(grd.Rows(), 4);
 }
 
+TEST_F(CtlGrid, EnterPassesOverWhatTheScreenNamesAndTellsTheEnd) {
+    using Cell = std::pair<int, int>;
+    grd.onPassOver = [](int row, int col, bool& pass) { pass = col == kAmount || (col == kDay && row > 1); };
+    EXPECT_EQ(grd.NextCell(1, kCode), Cell(1, kDay));
+    EXPECT_EQ(grd.NextCell(1, kDay), Cell(2, kCode));
+    EXPECT_EQ(grd.NextCell(2, kCode), Cell(3, kCode));  // a new row
+    int ends = 0;
+    grd.onEndOfLines = [&] { ++ends; };
+    form.at(3, kCode);
+    sendKeys("{Enter}", true);
+    EXPECT_EQ(ends, 1);
+    EXPECT_EQ(grd.Rows(), 4);
+    EXPECT_EQ(Cell(grd.Row(), grd.Col()), Cell(3, kCode));
+}
+
+TEST_F(CtlGrid, TheCellAboveIsTakenByOneKeyAndValidatedAsTyped) {
+    grd.SetText(1, kCode, "OLD");
+    form.at(2, kCode);
+    sendKeys("{Ctrl+D}", true);
+    EXPECT_EQ(grd.TextEntry(), "OLD");
+    sendKeys("{Enter}", true);
+    EXPECT_EQ(grd.GetText(2, kCode), "NEW");
+    form.at(1, kCode);
+    sendKeys("{Ctrl+D}", true);
+    EXPECT_EQ(grd.TextEntry(), "OLD");  // above the first line stands the heading
+}
+
+TEST_F(CtlGrid, ANumberThatIsTooLargeKeepsTheCell) {
+    form.enter(1, kAmount, "1000000000000");
+    EXPECT_EQ(boxes, std::vector<std::string>{"The number is too large."});
+    EXPECT_EQ(std::pair(grd.Row(), grd.Col()), std::pair(1, int(kAmount)));
+    EXPECT_EQ(grd.GetText(1, kAmount), "");
+}
+
 TEST_F(CtlGrid, RowsComeAndGoUnderTheMarkOfTheOpenOne) {
     grd.InsertRow(2);
     EXPECT_EQ(form.codes(), "A1  #A2 ");

@@ -57,6 +57,22 @@ std::string folderOf(const std::string& file) {
     return slash == std::string::npos ? std::string() : file.substr(0, slash + 1);
 }
 
+/// keys "ab{Enter}" stands for a line `key` for each of them, so that a box may open between two.
+void addStrokes(const PlayLine& line, std::vector<PlayLine>& lines) {
+    line.atMost(2);
+    const std::string keys = line.text(1, "the keys");
+    for (std::size_t at = 0; at < keys.size();) {
+        const std::size_t close = keys[at] == '{' ? keys.find('}', at + 2) : std::string::npos;
+        std::size_t length = 1;
+        while (at + length < keys.size() && (static_cast<unsigned char>(keys[at + length]) & 0xC0) == 0x80) ++length;
+        std::string key = close != std::string::npos ? keys.substr(at + 1, close - at - 1) : keys.substr(at, length);
+        at = close != std::string::npos ? close + 1 : at + length;
+        if (key == " ") key = "Space";
+        if (key == "\"" || key == "\\" || key == "*") key.insert(0, 1, '\\');
+        lines.emplace_back(line.file(), line.number(), "key \"" + key + "\"");
+    }
+}
+
 std::vector<PlayLine> readWithIncludes(const std::string& file, int depth) {
     std::string all;
     try {
@@ -71,6 +87,10 @@ std::vector<PlayLine> readWithIncludes(const std::string& file, int depth) {
         try {
             PlayLine line(file, number, source);
             if (line.empty()) continue;
+            if (line.bare(0) == "keys") {
+                addStrokes(line, lines);
+                continue;
+            }
             if (line.bare(0) != "include") {
                 lines.push_back(std::move(line));
                 continue;
