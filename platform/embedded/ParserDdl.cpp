@@ -135,7 +135,8 @@ bool Parser::columnOption(ColumnDef& column) {
         refuse("an INDEX written at a column");
     } else if (constraintAhead() || isAnyWord({"DEFAULT", "REFERENCES"})) {
         // "FOREIGN KEY (a) ..." after a column without a comma is a constraint of the table.
-        if (isWord("FOREIGN") && isSymbol('(', 2)) return false;
+        const int named = isWord("CONSTRAINT") ? 2 : 0;
+        if (isWord("FOREIGN", named) && isSymbol('(', named + 2)) return false;
         column.constraints.push_back(constraint(&column));
     } else {
         return false;
@@ -166,6 +167,8 @@ Constraint Parser::constraint(const ColumnDef* column) {
             result.columns.push_back({here(), identifier(), false});
         } else if (column) {
             result.columns.push_back({column->pos, column->name, false});
+        } else {
+            fail();
         }
         if (isWord("WITH") && isWord("VALUES", 1)) refuse("DEFAULT ... WITH VALUES");
     } else if (take("PRIMARY")) {
@@ -176,14 +179,14 @@ Constraint Parser::constraint(const ColumnDef* column) {
         result.kind = ConstraintKind::Unique;
         keyColumns(result, column);
     } else if (take("CHECK")) {
-        if (isWord("NOT") && isWord("FOR", 1)) at_ += 3;
+        if (isWord("NOT") && isWord("FOR", 1) && isWord("REPLICATION", 2)) at_ += 3;
         needSymbol('(');
         result.expr = condition();
         needSymbol(')');
     } else {
         result.kind = ConstraintKind::ForeignKey;
-        references(result);
         if (column) result.columns = {{column->pos, column->name, false}};
+        references(result);
     }
     return result;
 }
@@ -207,6 +210,7 @@ void Parser::references(Constraint& constraint) {
         need("KEY");
         if (isSymbol('(')) constraint.columns = indexColumns();
     }
+    if (constraint.columns.empty()) fail();
     need("REFERENCES");
     constraint.references = objectName();
     if (isSymbol('(')) constraint.referenceColumns = bracketedNameList();

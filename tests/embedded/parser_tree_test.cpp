@@ -70,6 +70,9 @@ TEST(ParserTree, DoubtfulTextsReadAsOnTheServer) {
          "grant select on t to [public], u with grant option select 1 from t with (index (ix)) option (maxrecursion 9) "
          "revoke execute on p from u create index ix on t (a) with (fillfactor = 90) on [primary]",
          "CHECKPOINT;\nSELECT 1 FROM t WITH (INDEX);\nCHECKPOINT;\nCREATE INDEX ix ON t (a)"},
+        {"a named foreign key behind a column without a comma is the table's",
+         "create table t (a int constraint f foreign key (b) references u (c), b int)",
+         "CREATE TABLE t (a int, b int, CONSTRAINT f FOREIGN KEY (b) REFERENCES u(c))"},
         {"IIF is CASE", "select iif(a = 1, 2, 3)", "SELECT CASE WHEN a = 1 THEN 2 ELSE 3 END"},
     };
     for (const Case& c : cases) EXPECT_EQ(reprint(c.text), c.printed) << c.why;
