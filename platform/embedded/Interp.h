@@ -122,7 +122,7 @@ private:
     Truth ask(const Expr& condition);  ///< by a statement
     Plan& valuePlan(const Expr& expr, const Type* type, bool condition);
     bool valid(const Plan& plan);
-    void bind(sqlite3_stmt* stmt, const Plan& plan);
+    void bind(sqlite3_stmt* stmt, const Plan& plan, bool steady);
     Datum slotValue(const Slot& slot);
     Datum systemDatum(SystemValue value);
     SqlError failure(sqlite3_stmt* stmt, const ObjectPtr& target, const char* verb);

@@ -338,7 +338,7 @@ std::vector<std::vector<Datum>> Interp::callTableFunction(const std::string& key
         Emitter emitter(*this, frame.database, frame.scope, plan);
         emitter.query(*module.function->query, {});
         Running running(plan, session_.db());
-        bind(running.get(), plan);
+        bind(running.get(), plan, true);
         collect(running.get(), columns);
     } else {
         Ddl(*this).declareResult(*function, module);

@@ -84,7 +84,7 @@ void Interp::openCursor(const std::string& name) {
     emitter.query(*cursor->declared->query, {});
     Running running(plan, session_.db());
     std::swap(frame_->variables, cursor->variables);
-    bind(running.get(), plan);
+    bind(running.get(), plan, false);
     std::swap(frame_->variables, cursor->variables);
     const int count = static_cast<int>(plan.columns.size());
     while (step(running.get())) {

@@ -16,6 +16,11 @@ struct ExprPlan : Attachment {
     bool quickTried = false;
 };
 
+/// Where a variable stands among those of its routine or batch.
+struct VariablePlace : Attachment {
+    int index = -1;
+};
+
 struct SelectPlan : Attachment {
     Plan plan;
     std::vector<std::size_t> variables;  ///< places of the variables that the list sets
@@ -114,7 +119,8 @@ Datum Interp::slotValue(const Slot& slot) {
     return convertDatum(value, slot.is, slot.want, slot.mode, slot.where);
 }
 
-void Interp::bind(sqlite3_stmt* stmt, const Plan& plan) {
+/// `steady`: no variable changes while the statement runs, so that their texts need not be copied.
+void Interp::bind(sqlite3_stmt* stmt, const Plan& plan, bool steady) {
     int index = 0;
     for (const Slot& slot : plan.slots) {
         ++index;
@@ -124,6 +130,18 @@ void Interp::bind(sqlite3_stmt* stmt, const Plan& plan) {
             if (literal.kind == LiteralKind::String || literal.kind == LiteralKind::NString) {
                 sqlite3_bind_text(stmt, index, literal.text.data(), static_cast<int>(literal.text.size()),
                                   SQLITE_STATIC);
+                continue;
+            }
+        }
+        if (slot.from == Slot::From::Variable && steady) {
+            const Datum& value = frame_->variables[static_cast<std::size_t>(slot.index)];
+            const bool same = !slot.convert || value.isNull();
+            if (same && value.storage == Storage::Text) {
+                sqlite3_bind_text(stmt, index, value.text.data(), static_cast<int>(value.text.size()), SQLITE_STATIC);
+                continue;
+            }
+            if (same) {
+                bindDatum(stmt, index, value);
                 continue;
             }
         }
@@ -170,13 +188,19 @@ Plan& Interp::valuePlan(const Expr& expr, const Type* type, bool condition) {
 
 Datum Interp::evaluate(const Expr& expr, const Type& type) {
     if (const auto* literal = as<LiteralExpr>(&expr)) {
-        const std::string text = literal->index >= 0 ? literalText(literal->index) : literal->text;
+        const std::string_view text = literal->index >= 0
+                                          ? (*frame_->literals)[static_cast<std::size_t>(literal->index)].text
+                                          : std::string_view(literal->text);
         Datum value = literalDatum(literal->literal, text);
         if (type.isNull() || value.isNull()) return value;
-        return convertDatum(value, literalType(literal->literal, text), type, ConvertMode::Variable);
+        const Type from = literalType(literal->literal, text);
+        if (!needsConversion(from, type, ConvertMode::Variable)) return value;
+        return convertDatum(value, from, type, ConvertMode::Variable);
     }
     if (const auto* variable = as<VariableExpr>(&expr)) {
-        const int index = frame_->scope->find(variable->name);
+        auto& place = kept<VariablePlace>(expr);
+        if (place.index < 0) place.index = frame_->scope->find(variable->name);
+        const int index = place.index;
         if (index < 0) throw sqlErrorAt(static_cast<int>(expr.pos.line), 137, {variable->name});
         const Datum& value = frame_->variables[static_cast<std::size_t>(index)];
         const Type& from = frame_->scope->at(index).type;
@@ -185,7 +209,7 @@ Datum Interp::evaluate(const Expr& expr, const Type& type) {
     }
     Plan& plan = valuePlan(expr, type.isNull() ? nullptr : &type, false);
     Running running(plan, session_.db());
-    bind(running.get(), plan);
+    bind(running.get(), plan, true);
     return step(running.get()) ? columnDatum(running.get(), 0) : Datum::null();
 }
 
@@ -202,7 +226,7 @@ bool Interp::test(const Expr& condition) {
 Truth Interp::ask(const Expr& condition) {
     Plan& plan = valuePlan(condition, nullptr, true);
     Running running(plan, session_.db());
-    bind(running.get(), plan);
+    bind(running.get(), plan, true);
     if (!step(running.get()) || sqlite3_column_type(running.get(), 0) == SQLITE_NULL) return Truth::Unknown;
     return sqlite3_column_int(running.get(), 0) != 0 ? Truth::True : Truth::False;
 }
@@ -228,7 +252,7 @@ void Interp::select(const SelectStmt& stmt) {
         if (frame->function) throw sqlError(444);
     }
     Running running(node.plan, session_.db());
-    bind(running.get(), node.plan);
+    bind(running.get(), node.plan, true);
     int rows = 0;
     // The first row may fail: a failed query gives no empty set before its error.
     const bool any = step(running.get());
@@ -244,7 +268,7 @@ void Interp::select(const SelectStmt& stmt) {
 
 void Interp::assign(Plan& plan, const std::vector<std::size_t>& indexes) {
     Running running(plan, session_.db());
-    bind(running.get(), plan);
+    bind(running.get(), plan, false);
     int rows = 0;
     while (step(running.get())) {
         for (std::size_t i = 0; i < indexes.size(); ++i) {
@@ -269,7 +293,7 @@ void Interp::selectInto(const SelectStmt& stmt, const SelectBody& body) {
     const std::string name = (table->temporary ? "temp." : "main.") + quoted(table->physical);
     Statement write(session_.db(), "INSERT INTO " + name + " VALUES (" + marks + ")", false);
     Running running(node.plan, session_.db());
-    bind(running.get(), node.plan);
+    bind(running.get(), node.plan, false);
     int rows = 0;
     const int count = static_cast<int>(node.plan.columns.size());
     while (step(running.get())) {
@@ -284,7 +308,7 @@ void Interp::selectInto(const SelectStmt& stmt, const SelectBody& body) {
 int Interp::runBefore(DmlPlan& plan) {
     if (plan.beforeVariables.empty()) return 0;
     Running running(plan.before, session_.db());
-    bind(running.get(), plan.before);
+    bind(running.get(), plan.before, false);
     int rows = 0;
     while (step(running.get())) {
         for (std::size_t i = 0; i < plan.beforeVariables.size(); ++i) {
@@ -370,7 +394,7 @@ void Interp::runDml(DmlPlan& plan, const char* verb) {
 void Interp::runDmlPlain(DmlPlan& plan, const char* verb) {
     runBefore(plan);
     Running running(plan.main, session_.db());
-    bind(running.get(), plan.main);
+    bind(running.get(), plan.main, plan.returnVariables.empty());
     int rows = 0;
     if (!plan.output.empty() && sink_) sink_->begin(plan.output, plan.main.shown);
     while (step(running.get(), plan.target, verb)) {

@@ -20,15 +20,14 @@ BEGIN
     DECLARE @Text varchar(200);
     IF ISNULL(@Batch, '') = '' THROW 50001, 'A batch needs a number.', 1;
     EXEC dbo.Private_CheckPeriod @Period;
-    SET @Text = 'Batch ' + @Batch + ' of book ' + @Book + ' is ';
     IF @Cancelled = 1
     BEGIN
-        SET @Text = @Text + 'cancelled.';
+        SET @Text = 'Batch ' + @Batch + ' of book ' + @Book + ' is cancelled.';
         THROW 50003, @Text, 1;
     END;
     IF @Posted = 1
     BEGIN
-        SET @Text = @Text + 'posted. Unpost it first.';
+        SET @Text = 'Batch ' + @Batch + ' of book ' + @Book + ' is posted. Unpost it first.';
         THROW 50004, @Text, 1;
     END;
 END;
