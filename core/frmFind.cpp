@@ -19,7 +19,6 @@ frmFind::frmFind(Session& session) : Form("frmFind", "Find Anything"), session_(
     txtFind.onChange = [this] { Search(); };
     txtFind.onKeyDown = [this](const std::string& key, bool& handled) { txtFind_KeyDown(key, handled); };
     lvwFound.rows(kPage);
-    lvwFound.emptyText("Nothing found.");
     lvwFound.setColumns({{"Kind", 13}, {"Number", 15}, {"Name", 40, Align::Left, true}, {"Where, when", 44}});
     lvwFound.onDblClick = [this](int) { cmdOpen_Click(); };
     lblFound.look(Label::Look::Hint);

@@ -1,6 +1,7 @@
 // Batches of the journal books: headers, lines, payable links, and what the server refuses of them.
 
 #include "Books.h"
+#include "platform/base/Text.h"
 
 namespace kv::server_test {
 
@@ -90,6 +91,13 @@ TEST_F(Journal, TheJournalOfARangeTakesNumbersAsNumbers) {
     for (const Row& row : all("sp_Report_BatchJournal 'JV', '9', '11'"))
         seen.push_back(row[0].text() + "/" + row[7].text() + row[6].text());
     EXPECT_EQ(seen, (std::vector<std::string>{"9/1", "9/2", "10/1", "10/2", "11/Cancelled"}));
+    run("UPDATE JV SET Encoder = 'E001' WHERE Batch = '9'");
+    run("UPDATE JV SET Encoder = 'GONE' WHERE Batch = '10'");
+    const auto encoder = [&](const char* batch) {
+        return all("sp_Report_BatchJournal 'JV', '" + std::string(batch) + "', '" + batch + "'").front()[5].text();
+    };
+    EXPECT_TRUE(equalsNoCase(encoder("9"), "Maria Santos")) << encoder("9");
+    EXPECT_EQ(encoder("10"), "GONE");  // no employee any more
     EXPECT_EQ(cn->Open("sp_Report_BatchJournal 'JV', 'JVD03-005-24', 'JVD03-005-24'").recordCount(), 2U);
     EXPECT_EQ(refused("sp_Report_BatchJournal 'ZZ', '1', '2'").substr(0, 5), "50005");
 }

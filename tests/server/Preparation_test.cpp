@@ -122,6 +122,22 @@ TEST_F(Preparation, AChangeOfAnEarlierMonthReachesTheLaterOnes) {
     EXPECT_EQ(one("SELECT Ending FROM PeriodBalance WHERE Code = '1101' AND Period = '202403'"), "41.00");
 }
 
+TEST_F(Preparation, LinesThatRepeatTheirAccountTellTheirDocument) {
+    enter("JV", "1", "2024-03-15", simple("100.00"));
+    enter("CR", "1", "2024-03-16", simple("7.00"));
+    run("UPDATE JV SET Particular = 'Opening of the fund' WHERE Batch = '1'");
+    run("UPDATE CRB SET Particular = 'Collections' WHERE Batch = '1'");
+    run("UPDATE JVDT SET Description = 'CASH ON HAND - ADMITTING' WHERE Batch = '1' AND Code = '1101'");
+    run("UPDATE CRBDT SET Description = 'Slip 17' WHERE Batch = '1' AND Code = '1101'");
+    run("sp_PostGLtoGL '202403','JV'");
+    run("sp_PostGLtoGL '202403','CR'");
+    run("sp_PrepareFinance '202403'");
+    std::vector<std::string> told;
+    for (const Row& row : all("sp_Report_AccountLines '1101', '202403', '202403'"))
+        told.push_back(row[9].text() + "|" + row[12].text());
+    EXPECT_EQ(told, (std::vector<std::string>{"|Beginning balance", "JV|Opening of the fund", "CR|Slip 17"}));
+}
+
 TEST_F(Preparation, BalanceSheetTotalsComeFromIt) {
     enter("JV", "1", "2024-03-15",
           {{"1101", "100.00", "0", ""},

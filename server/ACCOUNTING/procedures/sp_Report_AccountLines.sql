@@ -7,7 +7,8 @@
 --   @Dept      cost centre; "*" gives each by itself; empty takes all together
 --   @Division  division whose cost centres count; "*" gives each division by itself; empty the whole hospital
 -- Returns: Division, DivisionName, GroupDept (the cost centre where it is asked for), DeptName, Code, Title, Kind (0 beginning balance,
---   1 line), Period, BatchDate, BatchType, Batch, Dept, Description, Opening (debit less credit), Debit, Credit; in the order of a ledger
+--   1 line), Period, BatchDate, BatchType, Batch, Dept, Description (of the line, or of its document), Opening (debit less
+--   credit), Debit, Credit; in the order of a ledger
 -- Errors: 50006 no period, 50030 not prepared
 CREATE OR ALTER PROCEDURE dbo.sp_Report_AccountLines
     @Code varchar(15),
@@ -27,12 +28,17 @@ BEGIN
         CASE WHEN @Dept = '' THEN '' ELSE L.Dept END AS GroupDept,
         CASE WHEN @Dept = '' THEN '' ELSE ISNULL(C.Description, '') END AS DeptName,
         L.Code, ISNULL(A.Description, '(not in the chart)') AS Title, L.Kind, L.Period, L.BatchDate, L.BatchType, L.Batch, L.Dept,
-        L.Description, L.Opening, L.Debit, L.Credit
+        -- where a line only repeats its account, what its document is about says more
+        CASE
+            WHEN L.Particular <> '' AND LEFT(L.Description, LEN(A.Description)) = A.Description THEN L.Particular
+            ELSE L.Description
+        END AS Description,
+        L.Opening, L.Debit, L.Credit
     FROM (
         SELECT
             B.Code, 0 AS Kind, @Period1 AS Period, CAST(NULL AS datetime) AS BatchDate, '' AS BatchType, '' AS Batch, B.Dept,
-            'Beginning balance' AS Description, SUM(B.Beginning) AS Opening, CAST(0 AS money) AS Debit, CAST(0 AS money) AS Credit,
-            0 AS SeqNo
+            'Beginning balance' AS Description, '' AS Particular, SUM(B.Beginning) AS Opening, CAST(0 AS money) AS Debit,
+            CAST(0 AS money) AS Credit, 0 AS SeqNo
         FROM (
             SELECT P.Code, CASE WHEN @Dept = '' AND @Division = '' THEN '' ELSE P.Dept END AS Dept, P.Beginning
             FROM dbo.PeriodBalance AS P
@@ -43,8 +49,9 @@ BEGIN
         UNION ALL
         SELECT
             G.Code, 1 AS Kind, G.Period, G.BatchDate, G.BatchType, G.Batch, G.Dept, ISNULL(G.Description, '') AS Description,
-            CAST(0 AS money) AS Opening, G.Debit, G.Credit, G.SeqNo
+            ISNULL(H.Particular, '') AS Particular, CAST(0 AS money) AS Opening, G.Debit, G.Credit, G.SeqNo
         FROM dbo.GL AS G
+        LEFT JOIN dbo.vwBookBatch AS H ON H.Book = G.BatchType AND H.Batch = G.Batch
         WHERE G.Period BETWEEN @Period1 AND @Period2 AND G.BatchType <> 'BB' AND G.Code <> '' AND (@Code = '' OR G.Code = @Code)
     ) AS L
     LEFT JOIN dbo.AcctCode AS A ON A.Code = L.Code
