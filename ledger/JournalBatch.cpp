@@ -1,8 +1,5 @@
 #include "ledger/JournalBatch.h"
 
-#include <algorithm>
-#include <span>
-
 #include "core/Session.h"
 #include "core/module1.h"
 #include "ledger/Module2.h"
@@ -10,9 +7,6 @@
 
 namespace kv {
 namespace {
-
-/// One statement brings several lines: a server answers once and its guards look once.
-constexpr std::size_t kLinesPerStatement = 20;
 
 /// A statement of a save: sent, then the connection's errors are looked at.
 void send(Session& session, std::string_view statement, std::source_location at = std::source_location::current()) {
@@ -31,15 +25,11 @@ void drawNumbers(Session& session, JournalBatch& batch) {
     batch.FormMode = batch.Printed.Text;
 }
 
-/// A line with an account and its place in the batch, from 1.
-struct NumberedLine {
-    const JournalLine& line;
-    int SeqNo;
-};
-
-void addValues(Statement& statement, const JournalBatch& batch, const NumberedLine& item) {
-    const JournalLine& line = item.line;
-    statement.more("('{}', '{}', '{}', '{}', '{}', '{}', {}, {}")
+std::string insertLine(const Session& session, const JournalBatch& batch, const JournalLine& line, int seqNo) {
+    Statement statement = sql("INSERT INTO {} ( Batch, Period, Code, Dept, BatchDate, Description, Debit, Credit")
+                              .name(session.BookDetailTable());
+    if (batch.HasSubCode) statement.more(", SubCode");
+    statement.more(", SeqNo, Posted) VALUES ('{}', '{}', '{}', '{}', '{}', '{}', {}, {}")
         .text(batch.Batch)
         .text(module1::GetPeriod(batch.BatchDate))
         .text(line.Code)
@@ -49,19 +39,7 @@ void addValues(Statement& statement, const JournalBatch& batch, const NumberedLi
         .amount(line.Debit)
         .amount(line.Credit);
     if (batch.HasSubCode) statement.more(", '{}'").text(line.SubCode);
-    statement.more(", {}, 0)").number(item.SeqNo);
-}
-
-std::string insertLines(const Session& session, const JournalBatch& batch, std::span<const NumberedLine> lines) {
-    Statement statement = sql("INSERT INTO {} ( Batch, Period, Code, Dept, BatchDate, Description, Debit, Credit")
-                              .name(session.BookDetailTable());
-    if (batch.HasSubCode) statement.more(", SubCode");
-    statement.more(", SeqNo, Posted) VALUES ");
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        if (i > 0) statement.more(", ");
-        addValues(statement, batch, lines[i]);
-    }
-    return statement.str();
+    return statement.more(", {}, 0)").number(seqNo).str();
 }
 
 /// A line of the AP control account touches a voucher: the one it names, or a new one named after the batch.
@@ -83,16 +61,11 @@ void saveVoucherLink(Session& session, const JournalBatch& batch, const JournalL
 void saveLines(Session& session, const JournalBatch& batch) {
     send(session, sql("Delete from {} where Batch = '{}'").name(session.BookDetailTable()).text(batch.Batch));
     send(session, sql("sp_Init_APCDB '{}','{}'").text(batch.Batch).text(session.BookCode()));
-    std::vector<NumberedLine> lines;
+    int seqNo = 0;
     for (const JournalLine& line : batch.Lines) {
-        if (line.hasAccount()) lines.push_back({line, static_cast<int>(lines.size()) + 1});
-    }
-    for (std::size_t at = 0; at < lines.size(); at += kLinesPerStatement) {
-        const std::size_t count = std::min(kLinesPerStatement, lines.size() - at);
-        send(session, insertLines(session, batch, std::span(lines).subspan(at, count)));
-    }
-    for (const NumberedLine& item : lines) {
-        if (item.line.Code == session.Sys.APAcct) saveVoucherLink(session, batch, item.line, item.SeqNo);
+        if (!line.hasAccount()) continue;
+        send(session, insertLine(session, batch, line, ++seqNo));
+        if (line.Code == session.Sys.APAcct) saveVoucherLink(session, batch, line, seqNo);
     }
 }
 

@@ -144,10 +144,7 @@ void Emitter::insert(const InsertStmt& statement, DmlPlan& out) {
         extra += ", " + em.sql;
     }
     const std::string name = (table.temporary ? "temp." : "main.") + quoted(table.physical);
-    // One row fails before anything of it is written, unless a foreign key looks later, for which SQLite provides: it
-    // need not copy each page to be able to undo the statement, as it would for the trigger that captures the row.
-    const bool single = statement.rows.size() == 1 && !table.temporary && !host_.catalog().triggersOf(table).empty();
-    std::string sql = (single ? "INSERT OR FAIL INTO " : "INSERT INTO ") + name;
+    std::string sql = "INSERT INTO " + name;
     if (statement.defaultValues || (!statement.rows.empty() && columns.empty())) {
         sql += others.empty() ? " DEFAULT VALUES" : "(" + columnNames(others) + ") VALUES (" + extra.substr(2) + ")";
     } else if (!statement.rows.empty()) {
