@@ -114,9 +114,13 @@ std::string Parser::cursorName() {
 StmtPtr Parser::declareCursor(std::string name) {
     auto stmt = make<DeclareCursorStmt>();
     stmt->name = std::move(name);
-    while (!isAnyWord({"CURSOR"})) stmt->options.push_back(word());
+    while (isAnyWord({"INSENSITIVE", "SCROLL"})) stmt->options.push_back(word());
     need("CURSOR");
-    while (!isWord("FOR")) stmt->options.push_back(word());
+    // INSENSITIVE is taken behind the word too: there our own printing puts it.
+    while (isAnyWord({"LOCAL", "GLOBAL", "FORWARD_ONLY", "SCROLL", "STATIC", "KEYSET", "DYNAMIC", "FAST_FORWARD",
+                      "READ_ONLY", "SCROLL_LOCKS", "OPTIMISTIC", "TYPE_WARNING", "INSENSITIVE"})) {
+        stmt->options.push_back(word());
+    }
     need("FOR");
     std::vector<Cte> with;
     if (isWord("WITH")) with = ctes();

@@ -32,6 +32,8 @@ const Wrong kWrong[] = {
     {"create table t (a int, constraint d default (0), b int)", 102, 1, "','"},
     {"create table t (a int, foreign key references b (c))", 156, 1, "'references'"},
     {"create table t (a int check not for x (a > 0))", 156, 1, "'not'"},
+    {"declare c blue cursor for select 1", 102, 1, "'blue'"},
+    {"declare a cursor x declare c cursor for select 4", 102, 1, "'x'"},
     {"if 1 = 1", 102, 1, "'1'"},
     {"begin select 1", 102, 1, "'1'"},
     {"begin end", 156, 1, "'end'"},
