@@ -111,7 +111,8 @@ void DemoYear::servicesVoucher(const Date& day, Centavos amount) {
     const Service* service = &kServices.front();
     for (const Service& one : kServices) {
         service = &one;
-        if ((at -= one.weight) < 0) break;
+        at -= one.weight;
+        if (at < 0) break;
     }
     const Centavos net = amount * 100 / 112;
     std::vector<DemoLine> lines = spread(service->code, net, service->departments);

@@ -11,6 +11,7 @@
 #include "core/Session.h"
 #include "core/module1.h"
 #include "demo/year/DemoYear.h"
+#include "platform/base/CommandLine.h"
 #include "platform/base/Paths.h"
 #include "platform/base/Text.h"
 #include "platform/embedded/Embedded.h"
@@ -104,15 +105,9 @@ int run(const Arguments& arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    const Arguments arguments = parseArguments(argc, argv);
-    if (!arguments.good) {
-        std::cerr << kUsage;
-        return 2;
-    }
-    try {
+    return kv::runProgram("demoyear", kUsage, [&] {
+        const Arguments arguments = parseArguments(argc, argv);
+        if (!arguments.good) throw kv::WrongUse();
         return run(arguments);
-    } catch (const kv::Error& failure) {
-        std::cerr << "Error " << failure.number << ": " << failure.description << '\n';
-        return 1;
-    }
+    });
 }

@@ -13,7 +13,7 @@ import sys
 
 ROOT, BUILD = sys.argv[1], sys.argv[2]
 PASSED = os.path.join(BUILD, "tidy-passed")
-ROOMS = ("app/", "core/", "ledger/", "reporting/", "platform/", "tools/")
+ROOMS = ("app/", "core/", "demo/", "ledger/", "reporting/", "platform/", "tools/")
 
 
 def reached(path, seen):

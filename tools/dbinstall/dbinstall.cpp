@@ -6,7 +6,7 @@
 
 #include "core/DemoHospital.h"
 #include "core/Installer.h"
-#include "platform/base/Error.h"
+#include "platform/base/CommandLine.h"
 #include "platform/base/Paths.h"
 #include "platform/base/Text.h"
 #include "platform/embedded/Embedded.h"
@@ -93,15 +93,9 @@ int run(const Arguments& arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    const Arguments arguments = parseArguments(argc, argv);
-    if (!arguments.good) {
-        std::cerr << kUsage;
-        return 2;
-    }
-    try {
+    return kv::runProgram("dbinstall", kUsage, [&] {
+        const Arguments arguments = parseArguments(argc, argv);
+        if (!arguments.good) throw kv::WrongUse();
         return run(arguments);
-    } catch (const kv::Error& failure) {
-        std::cerr << "Error " << failure.number << ": " << failure.description << '\n';
-        return 1;
-    }
+    });
 }

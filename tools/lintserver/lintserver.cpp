@@ -5,7 +5,7 @@
 #include <string>
 
 #include "core/Installer.h"
-#include "platform/base/Error.h"
+#include "platform/base/CommandLine.h"
 #include "platform/base/Paths.h"
 #include "platform/embedded/Embedded.h"
 
@@ -38,14 +38,8 @@ int lint(const std::string& folder) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 2) {
-        std::cerr << "usage: lintserver FOLDER\n";
-        return 2;
-    }
-    try {
+    return kv::runProgram("lintserver", "usage: lintserver FOLDER\n", [&] {
+        if (argc != 2) throw kv::WrongUse();
         return lint(argv[1]);
-    } catch (const kv::Error& failure) {
-        std::cerr << failure.number << ": " << failure.description << '\n';
-        return 1;
-    }
+    });
 }

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/base/CommandLine.h"
 #include "platform/base/Paths.h"
 #include "platform/base/Text.h"
 #include "platform/embedded/Embedded.h"
@@ -30,10 +31,6 @@ constexpr const char* kUsage =
     "\n"
     "Exit status: 0 done, 1 mistakes or a failure, 2 wrong use.\n";
 
-struct Wrong {
-    std::string text;
-};
-
 struct Options {
     std::vector<std::string> templates;
     bool check = false;
@@ -47,7 +44,7 @@ Options optionsOf(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {
         const std::string word = argv[i];
         const auto next = [&] {
-            if (++i >= argc) throw Wrong{word + " needs a value"};
+            if (++i >= argc) throw kv::WrongUse{word + " needs a value"};
             return std::string(argv[i]);
         };
         const std::size_t equals = word.find('=');
@@ -63,16 +60,16 @@ Options optionsOf(int argc, char** argv) {
                    word == "--list") {
             out.outputs[word.substr(2)] = next();
         } else if (word.starts_with("--")) {
-            throw Wrong{"there is no option " + word};
+            throw kv::WrongUse{"there is no option " + word};
         } else if (equals != std::string::npos && equals > 0) {
             out.values.emplace_back(word.substr(0, equals), word.substr(equals + 1));
         } else {
             out.templates.push_back(word);
         }
     }
-    if (out.templates.empty()) throw Wrong{"which template?"};
+    if (out.templates.empty()) throw kv::WrongUse{"which template?"};
     out.check = out.check || (out.data.empty() && out.source.empty());
-    if (!out.check && out.templates.size() > 1) throw Wrong{"one template at a time"};
+    if (!out.check && out.templates.size() > 1) throw kv::WrongUse{"one template at a time"};
     return out;
 }
 
@@ -80,7 +77,7 @@ std::unique_ptr<kv::Connection> open(const Options& options) {
     if (!options.data.empty()) {
         return kv::openEmbedded({.file = options.data, .create = false, .defaultDatabase = options.database});
     }
-    if (!options.source.starts_with("odbc:")) throw Wrong{"--source is odbc:DSN"};
+    if (!options.source.starts_with("odbc:")) throw kv::WrongUse{"--source is odbc:DSN"};
     const std::string name = options.source.substr(5);
     const bool whole = name.find('=') != std::string::npos;
     return kv::openOdbc({.connectionString = whole ? name : "DSN=" + name, .defaultDatabase = options.database});
@@ -139,15 +136,9 @@ int run(const Options& options) {
 
 int main(int argc, char** argv) {
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    try {
+    return kv::runProgram("report", kUsage, [&] {
         const Options options = optionsOf(argc, argv);
         const kv::Application application(argc, argv);
         return options.check ? check(options) : run(options);
-    } catch (const Wrong& wrong) {
-        std::cerr << "report: " << wrong.text << "\n\n" << kUsage;
-        return 2;
-    } catch (const kv::Error& e) {
-        std::cerr << "report: " << e.description << "\n";
-        return 1;
-    }
+    });
 }

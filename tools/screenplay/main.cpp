@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/base/Error.h"
+#include "platform/base/CommandLine.h"
 #include "platform/forms/Accelerators.h"
 #include "platform/forms/Application.h"
 #include "platform/forms/Form.h"
@@ -165,21 +165,11 @@ int playAll(const Arguments& given) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    const Arguments given = parseArguments(argc, argv);
-    if (!given.good) {
-        std::fputs(kUsage, stderr);
-        return 2;
-    }
-    if (!given.show) {
-        setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    }
-    try {
+    return kv::runProgram("screenplay", kUsage, [&] {
+        const Arguments given = parseArguments(argc, argv);
+        if (!given.good) throw kv::WrongUse();
+        if (!given.show) setenv("QT_QPA_PLATFORM", "offscreen", 1);
         const kv::Application application(argc, argv);
         return playAll(given);
-    } catch (const kv::Error& error) {
-        std::fprintf(stderr, "screenplay: %ld %s\n", error.number, error.description.c_str());
-    } catch (const std::exception& trouble) {
-        std::fprintf(stderr, "screenplay: %s\n", trouble.what());
-    }
-    return 1;
+    });
 }

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <string>
 
+#include "platform/base/CommandLine.h"
 #include "platform/base/Text.h"
 #include "platform/embedded/Embedded.h"
 #include "platform/embedded/Lexer.h"
@@ -138,15 +139,8 @@ int restore(const Arguments& arguments) {
     return 0;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-    std::ios::sync_with_stdio(false);
-    const Arguments arguments = parseArguments(argc, argv);
-    if (!arguments.good) {
-        std::cerr << kUsage;
-        return 2;
-    }
+int run(const Arguments& arguments) {
+    // a failure outside a statement is told as the statements' own are
     try {
         if (!arguments.restore.empty()) return restore(arguments);
         const auto connection = connect(arguments);
@@ -157,4 +151,15 @@ int main(int argc, char** argv) {
         std::cerr << "Msg " << e.number << ", Level 20, State 1, Line 0\n" << e.description << '\n';
         return 1;
     }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::ios::sync_with_stdio(false);
+    return kv::runProgram("sqlconsole", kUsage, [&] {
+        const Arguments arguments = parseArguments(argc, argv);
+        if (!arguments.good) throw kv::WrongUse();
+        return run(arguments);
+    });
 }
