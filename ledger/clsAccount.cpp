@@ -26,7 +26,7 @@ void clsAccount::take(const Recordset& row) {
 
 void clsAccount::Search(std::string_view Code, std::string_view Mode, Place at) {
     traced("clsAccount.Search", at, [&] {
-        const Recordset row = session_.cn().Open(sp_Search(1, Code, Mode));
+        const Recordset row = session_->cn().Open(sp_Search(1, Code, Mode));
         Found = !row.eof();
         if (Found) take(row);
     });
@@ -35,12 +35,12 @@ void clsAccount::Search(std::string_view Code, std::string_view Mode, Place at) 
 bool clsAccount::Validate(std::string_view Text, std::string_view Mode, Place at) {
     return traced("clsAccount.Validate", at, [&] {
         if (Text == "MAS") return pickMaster();
-        const Recordset row = session_.cn().Open(sp_Search(1, Text, Mode));
+        const Recordset row = session_->cn().Open(sp_Search(1, Text, Mode));
         if (row.recordCount() == 1) {
             take(row);
             return true;
         }
-        const Recordset matches = session_.cn().Open(sp_Search(2, Text, Mode));
+        const Recordset matches = session_->cn().Open(sp_Search(2, Text, Mode));
         if (!matches.eof() && matches["RecCount"].integer() > 0) return pick(Text, Mode);
         MsgBox("Item does not exists.", Icon::Exclamation);
         return false;
@@ -48,7 +48,7 @@ bool clsAccount::Validate(std::string_view Text, std::string_view Mode, Place at
 }
 
 bool clsAccount::pickMaster() {
-    frmSearchAcct dialog(session_);
+    frmSearchAcct dialog(*session_);
     dialog.SearchCaption = frmSearchAcct::kMasterCaption;
     dialog.Query = sp_Search(3, "%", "ALL");
     if (!dialog.ShowDialog()) return false;
@@ -58,10 +58,10 @@ bool clsAccount::pickMaster() {
 }
 
 bool clsAccount::pick(std::string_view Text, std::string_view Mode) {
-    frmSearchAcct dialog(session_);
+    frmSearchAcct dialog(*session_);
     dialog.Query = sp_Search(0, "##", Mode);
     if (!dialog.ShowDialog(Text)) return false;
-    take(session_.cn().Open(sp_Search(1, dialog.Code(), Mode)));
+    take(session_->cn().Open(sp_Search(1, dialog.Code(), Mode)));
     return true;
 }
 

@@ -13,7 +13,7 @@ class Session;
 
 class clsAccount {
 public:
-    explicit clsAccount(Session& session) : session_(session) {}
+    explicit clsAccount(Session& session) : session_(&session) {}
 
     std::string AccountCode, AccountTitle, AccountDesc, AccountType, AccountClass, GLGroup;
     std::string Subsidiary, IsBankAcct, BudgetClassID, WithSubCode;
@@ -35,7 +35,7 @@ private:
     bool pickMaster();
     bool pick(std::string_view Text, std::string_view Mode);
 
-    Session& session_;
+    Session* session_;
 };
 
 }  // namespace kv

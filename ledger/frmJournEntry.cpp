@@ -2,6 +2,7 @@
 
 #include "core/Session.h"
 #include "core/module1.h"
+#include "ledger/AccountMemory.h"
 #include "ledger/LookupClass.h"
 #include "ledger/clsAccount.h"
 #include "ledger/clsVoucher.h"
@@ -158,12 +159,13 @@ void frmJournEntry::ClearValues() {
 
 void frmJournEntry::LoadVoucher() {
     Recordset rows = session_.cn().Open(sql("sp_Load_BatchDT '{}','{}'").text(session_.BookCode()).text(CurrentBatch_));
-    clsAccount account(session_);
+    AccountMemory accounts(session_);
     const auto amount = [](const Value& value) {
         return value.isNull() ? std::string() : Format(value.money(), "#,##0.00##");
     };
+    grdAccounts.SetRows(std::max(2, static_cast<int>(rows.recordCount()) + 1));
+    grdAccounts.Refresh();
     for (int row = 1; !rows.eof(); rows.moveNext(), ++row) {
-        if (row >= grdAccounts.Rows()) grdAccounts.InsertRow(grdAccounts.Rows());
         grdAccounts.SetText(row, kCode, rows["Code"].text());
         grdAccounts.SetText(row, kDept, rows["Dept"].text());
         grdAccounts.SetText(row, kTitle, rows["Description"].text());
@@ -171,8 +173,8 @@ void frmJournEntry::LoadVoucher() {
         grdAccounts.SetText(row, kCredit, amount(rows["Credit"]));
         grdAccounts.SetText(row, kVoucher, rows["Voucher"].text());
         grdAccounts.SetText(row, kSubCode, rows["SubCode"].text());
-        account.Search(rows["Code"].text(), "ALL");
-        grdAccounts.SetText(row, kSubsidiary, account.Found ? account.Subsidiary : std::string());
+        const clsAccount* account = accounts.find(rows["Code"].text());
+        grdAccounts.SetText(row, kSubsidiary, account ? account->Subsidiary : std::string());
     }
     const Recordset header =
         session_.cn().Open(sql("select * from {} WHERE Batch = '{}'").name(session_.BookTable()).text(CurrentBatch_));
@@ -204,12 +206,11 @@ std::vector<JournalLine> frmJournEntry::lines() const {
 
 /// Changes in the chart since the lines were typed are honoured at saving.
 void frmJournEntry::FillSubsidiaryColumn() {
-    clsAccount account(session_);
+    AccountMemory accounts(session_);
     for (int row = 1; row < grdAccounts.Rows(); ++row) {
         const std::string code = grdAccounts.GetText(row, kCode);
         if (code.empty()) continue;
-        account.Search(code, "ALL");
-        if (account.Found) grdAccounts.SetText(row, kSubsidiary, account.Subsidiary);
+        if (const clsAccount* account = accounts.find(code)) grdAccounts.SetText(row, kSubsidiary, account->Subsidiary);
     }
 }
 
@@ -286,7 +287,11 @@ void frmJournEntry::grdAccounts_ValidateEntry(bool& Cancel) {
 void frmJournEntry::ValidateAccount(bool& Cancel) {
     const int row = grdAccounts.Row();
     clsAccount account(session_);
-    Cancel = !account.Validate(grdAccounts.TextEntry(), "ALL");
+    if (const clsAccount* known = pastedAccount(grdAccounts.TextEntry())) {
+        account = *known;
+    } else {
+        Cancel = !account.Validate(grdAccounts.TextEntry(), "ALL");
+    }
     if (!Cancel) {
         const std::string typed = grdAccounts.TextEntry();
         grdAccounts.SetTextEntry(account.AccountCode);
@@ -316,8 +321,20 @@ bool frmJournEntry::AskVoucher(int row, const std::string& title) {
     return true;
 }
 
+/// A pasted block names few accounts on many lines: each is asked for once.
+const clsAccount* frmJournEntry::pastedAccount(const std::string& code) {
+    if (!grdAccounts.Pasting()) return nullptr;
+    if (!pasted_) pasted_.emplace(session_);
+    return pasted_->find(code);
+}
+
 void frmJournEntry::ValidateDept(bool& Cancel) {
     const int row = grdAccounts.Row();
+    if (grdAccounts.Pasting()) {
+        if (!pasted_) pasted_.emplace(session_);
+        const std::string* title = pasted_->titleWith(grdAccounts.GetText(row, kCode), grdAccounts.TextEntry());
+        if (title) return grdAccounts.SetText(row, kTitle, *title);
+    }
     clsCostCenter center(session_);
     Cancel = !center.Validate(grdAccounts.TextEntry());
     if (Cancel) return;
@@ -344,6 +361,7 @@ void frmJournEntry::grdAccounts_Browse() {
 }
 
 void frmJournEntry::grdAccounts_AfterValidate() {
+    pasted_.reset();
     DisplayDebitCredit();
     DisplayAccounts();
 }

@@ -1,6 +1,7 @@
 #pragma once
 // frmJournEntry: enters one balanced batch of ledger lines for the open book: JV, AR or CR.
 
+#include "ledger/AccountMemory.h"
 #include "ledger/JournalBatch.h"
 #include "platform/forms/Form.h"
 #include "reporting/ctlGrid.h"
@@ -61,6 +62,7 @@ private:
     void ValidateAccount(bool& Cancel);
     bool AskVoucher(int row, const std::string& title);
     void ValidateDept(bool& Cancel);
+    const clsAccount* pastedAccount(const std::string& code);
     void grdAccounts_Browse();
     void grdAccounts_AfterValidate();
     void grdAccounts_PassOver(int row, int col, bool& pass) const;
@@ -77,6 +79,7 @@ private:
     std::string FormMode_;
     std::string CurrentBatch_;
     PrintedNumber printed_;
+    std::optional<AccountMemory> pasted_;  ///< while a block is pasted
     std::string batchType_;
     std::string DailyTable_;
     bool HasSubCode_ = false;

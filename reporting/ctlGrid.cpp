@@ -22,6 +22,7 @@ void ctlGrid::connectHooks() {
     committed = [this](int, int) { raise(onAfterValidate, "AfterValidate"); };
     browse = [this](int, int) { raise(onBrowse, "Browse"); };
     entered = [this](int, int) {
+        if (pasting_) return;  // the cells of a block are not where the user goes
         raise(onEnterCell, "EnterCell");
         raise(onRowColChange, "RowColChange");
     };
@@ -96,8 +97,8 @@ void ctlGrid::ValidateBlank(int Col, bool on) { rules(Col).blankCheck = on; }
 void ctlGrid::Refresh() { markOpenRow(); }
 
 /// "#" in column 0 marks the last, open row.
-void ctlGrid::markOpenRow() {
-    for (int r = 1; r < rows(); ++r) {
+void ctlGrid::markOpenRow(int from) {
+    for (int r = std::max(from, 1); r < rows(); ++r) {
         const bool open = r == rows() - 1;
         const std::string mark = cell(r, 0);
         if (open && mark.empty()) setCell(r, 0, "#");
@@ -119,7 +120,7 @@ void ctlGrid::RemoveRow(int Row) {
 void ctlGrid::InsertRow(int Row) {
     closeEditor();
     insertRow(Row < 1 ? 1 : Row);
-    markOpenRow();
+    markOpenRow(rows() - 2);
 }
 
 bool ctlGrid::usable(int col) const {
@@ -219,10 +220,14 @@ void ctlGrid::pasteBlock(int row, int col, const std::vector<std::vector<std::st
     const Hourglass busy;
     closeEditor();
     std::vector<RefusedCell> refused;
+    const int end = row + static_cast<int>(block.size());
+    if (end > rows()) {  // all at once: row by row the table is rearranged each time
+        setRows(end);
+        markOpenRow();
+    }
     pasting_ = true;
     int r = row;
     for (const auto& line : block) {
-        if (r >= rows()) InsertRow(rows());
         const std::vector<int> columns = pasteColumns(col, line.size());
         for (std::size_t i = 0; i < line.size() && i < columns.size(); ++i) {
             const std::string reason = pasteCell(r, columns[i], line[i]);

@@ -57,6 +57,8 @@ public:
     void SetNextColumn(int Col) { nextStart_ = Col; }
     void SetPrevColumn(int Col) { nextStart_ = Col - 1; }
     void ShowEntry() { openEditor(); }
+    /// A block is being put in: many cells are validated, one after the other, before AfterValidate comes once.
+    bool Pasting() const { return pasting_; }
     /// Skips one validation.
     void SkipValidation() { skipOnce_ = true; }
     /// The cell that follows by the rules of Enter; adds a row behind a last row that is filled. (-1, -1) behind an
@@ -92,7 +94,7 @@ private:
     bool rowIsBlank(int row) const;
     bool passedOver(int row, int col) const;
     void takeFromAbove();
-    void markOpenRow();
+    void markOpenRow(int from = 1);
     void connectHooks();
     bool validateEntry(int row, int col, std::string& text);
     void pasteBlock(int row, int col, const std::vector<std::vector<std::string>>& block);

@@ -9,6 +9,8 @@
 #include "platform/embedded/SqlError.h"
 #include "tests/fuzz/Fuzz.h"
 
+constexpr int kTooDeep = 191;
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace kv::tsql;
     const std::string text(reinterpret_cast<const char*>(data), size);
@@ -27,6 +29,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             kv::fuzz::hold(again == printed, "what is printed parses to the same tree",
                            printed + "\n--- then\n" + again);
         } catch (const SqlError& error) {
+            if (error.number == kTooDeep) continue;  // the parentheses that printing adds count as depth
             kv::fuzz::hold(false, "what is printed parses", printed + "\n--- " + error.text);
         }
     }

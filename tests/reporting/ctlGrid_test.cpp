@@ -256,6 +256,25 @@ TEST_F(CtlGrid, ABlockIsValidatedCellByCellAndKeepsWhatIsGood) {
     EXPECT_TRUE(boxes.empty());
 }
 
+TEST_F(CtlGrid, ALongBlockRearrangesTheTableOnceAndEntersNoCell) {
+    std::string block;
+    for (int i = 0; i < 3000; ++i) block += "x" + std::to_string(i) + "\t\t1\t\n";
+    int entered = 0;
+    int added = 0;
+    GridModel& model = dynamic_cast<GridView*>(grd.widget())->model();
+    QObject::connect(&model, &QAbstractItemModel::rowsInserted, [&] { ++added; });
+    form.at(1, kCode);
+    grd.onRowColChange = [&] { ++entered; };
+    setClipboard(block);
+    sendKeys("{Ctrl+V}", true);
+    EXPECT_EQ(grd.Rows(), 3001);
+    EXPECT_EQ(grd.GetText(3000, kCode) + "|" + grd.GetText(3000, kAmount), "X2999|1.00");
+    EXPECT_EQ(grd.GetText(3, 0) + "|" + grd.GetText(3000, 0), "|#");
+    EXPECT_LE(entered, 1);
+    EXPECT_EQ(added, 1);
+    EXPECT_EQ(std::count(form.events.begin(), form.events.end(), "AfterValidate"), 1);
+}
+
 TEST_F(CtlGrid, ManyRefusedCellsAreAListThatGoesBackToTheSpreadsheet) {
     std::string block;
     for (int i = 0; i < 12; ++i) block += "bad\t\t1\t\n";
