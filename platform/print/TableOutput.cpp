@@ -154,9 +154,13 @@ public:
         columns_ = columns;
         if (!lines_.empty()) lines_.push_back({Kind::Plain, {""}});
         std::vector<std::string> cells;
-        for (const TableColumn& c : columns) cells.push_back(c.heading);
         widths_.assign(columns.size(), 0);
-        add(Kind::Cells, cells);
+        for (const TableColumn& c : columns) {
+            cells.push_back(c.heading);
+            for (const std::string& word : split(c.heading, ' '))
+                widths_[cells.size() - 1] = std::max(widths_[cells.size() - 1], charCount(word));
+        }
+        lines_.push_back({Kind::Head, cells});
         lines_.push_back({Kind::PrintRule, {}});
     }
     void groupHead(const std::string& text, int level) override {
@@ -184,15 +188,17 @@ public:
     std::string text() const {
         std::string out;
         for (const Line& line : lines_) {
-            std::string drawn = drawnLine(line);
-            while (!drawn.empty() && drawn.back() == ' ') drawn.pop_back();
-            out += drawn + "\n";
+            if (line.kind != Kind::Head) {
+                put(line, out);
+                continue;
+            }
+            for (const Line& part : headLines(line)) put(part, out);
         }
         return out;
     }
 
 private:
-    enum class Kind { Plain, Cells, PrintRule, TotalRule, Total };
+    enum class Kind { Plain, Head, Cells, PrintRule, TotalRule, Total };
     struct Line {
         Kind kind;
         std::vector<std::string> cells;
@@ -209,6 +215,35 @@ private:
     static std::string padded(const std::string& text, std::size_t width, bool right) {
         const std::string blanks(width - std::min(width, charCount(text)), ' ');
         return right ? blanks + text : text + blanks;
+    }
+    void put(const Line& line, std::string& out) const {
+        std::string drawn = drawnLine(line);
+        while (!drawn.empty() && drawn.back() == ' ') drawn.pop_back();
+        out += drawn + "\n";
+    }
+    /// The words of a heading in lines no wider than its column.
+    static std::vector<std::string> wrapped(const std::string& heading, std::size_t width) {
+        std::vector<std::string> lines;
+        for (const std::string& word : split(heading, ' ')) {
+            if (!lines.empty() && charCount(lines.back()) + 1 + charCount(word) <= width)
+                lines.back() += " " + word;
+            else
+                lines.push_back(word);
+        }
+        return lines;
+    }
+    /// A column is as wide as its figures, not as its heading: that goes over several lines, and ends at the lowest.
+    std::vector<Line> headLines(const Line& head) const {
+        std::vector<std::vector<std::string>> parts;
+        std::size_t high = 1;
+        for (std::size_t i = 0; i < head.cells.size(); ++i) {
+            parts.push_back(wrapped(head.cells[i], widths_[i]));
+            high = std::max(high, parts.back().size());
+        }
+        std::vector<Line> lines(high, {Kind::Cells, std::vector<std::string>(head.cells.size())});
+        for (std::size_t i = 0; i < parts.size(); ++i)
+            for (std::size_t k = 0; k < parts[i].size(); ++k) lines[high - parts[i].size() + k].cells[i] = parts[i][k];
+        return lines;
     }
     std::string drawnLine(const Line& line) const {
         if (line.kind == Kind::Plain) return line.cells[0];

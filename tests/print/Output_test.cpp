@@ -139,6 +139,32 @@ TEST_F(Output, TextAlignsColumnsGroupsAndTotals) {
               "sample.rpt");
 }
 
+TEST_F(Output, TextColumnsAreAsWideAsTheirFigures) {
+    auto report = samples::fromText(R"(
+title = "Long"
+[source]
+statement = "x"
+columns = ["Code", "Amount currency"]
+[[column]]
+name = "Code"
+[[column]]
+name = "Amount"
+heading = "Movement of the month in pesos"
+[detail]
+)");
+    ResultSet set;
+    for (const char* name : {"Code", "Amount"}) set.fields.push_back({name, DataType::VarChar, 0, 0});
+    set.rows = {{"1101", samples::money("15857921.43")}};
+    report->setRows("main", set);
+    report->runOnRows();
+    EXPECT_EQ(report->text(),
+              "        Movement of\n"
+              "       the month in\n"
+              "Code          pesos\n"
+              "----  -------------\n"
+              "1101  15,857,921.43\n");
+}
+
 TEST_F(Output, SpreadsheetsKeepTypesAndFormats) {
     mixed()->saveXlsx(path("a.xlsx"));
     const std::string sheet = part(path("a.xlsx"), "xl/worksheets/sheet1.xml");
