@@ -189,7 +189,18 @@ std::string properCase(std::string_view text) {
     return out;
 }
 
-bool equalsNoCase(std::string_view a, std::string_view b) { return a.size() == b.size() && UCase(a) == UCase(b); }
+bool equalsNoCase(std::string_view a, std::string_view b) {
+    if (a.size() != b.size()) return false;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        const auto x = static_cast<unsigned char>(a[i]);
+        const auto y = static_cast<unsigned char>(b[i]);
+        if ((x | y) >= 0x80) return UCase(a.substr(i)) == UCase(b.substr(i));
+        if (x == y) continue;
+        const auto lower = static_cast<unsigned char>(x | 0x20);
+        if (lower != (y | 0x20) || lower < 'a' || lower > 'z') return false;
+    }
+    return true;
+}
 
 bool containsNoCase(std::string_view text, std::string_view part) {
     return UCase(text).find(UCase(part)) != std::string::npos;

@@ -68,7 +68,10 @@ const Capture& Interp::captureOf(const Object& table) {
                 "DROP TRIGGER IF EXISTS temp." + quoted("kv_capture$" + std::to_string(table.id) + event));
         execSql(session_.db(), captureTrigger(table, event));
     }
-    return session_.captures[table.physical] = {captureTable(table, true), captureTable(table, false)};
+    Capture capture{captureTable(table, true), captureTable(table, false), {}, {}};
+    capture.clearInserted = "DELETE FROM temp." + quoted(capture.inserted->physical);
+    capture.clearDeleted = "DELETE FROM temp." + quoted(capture.deleted->physical);
+    return session_.captures[table.physical] = std::move(capture);
 }
 
 /// The triggers of this verb; one that is running does not fire itself again.
@@ -131,8 +134,8 @@ void Interp::runWithTriggers(DmlPlan& plan, const char* verb, const std::vector<
     }
     if (session_.tranCount() == 0) throw sqlError(3609);
     if (alone) session_.setTranCount(0);
-    if (verb[0] != 'D') session_.runKept("DELETE FROM temp." + quoted(capture.inserted->physical));
-    if (verb[0] != 'I') session_.runKept("DELETE FROM temp." + quoted(capture.deleted->physical));
+    if (verb[0] != 'D') session_.runKept(capture.clearInserted);
+    if (verb[0] != 'I') session_.runKept(capture.clearDeleted);
     if (alone) session_.runKept("RELEASE kv_statement");
     rowCount_ = rows;
     affected_ = rows;

@@ -40,6 +40,8 @@ private:
 struct Capture {
     ObjectPtr inserted;
     ObjectPtr deleted;
+    std::string clearInserted;  ///< statements that empty them
+    std::string clearDeleted;
 };
 
 class Session {
