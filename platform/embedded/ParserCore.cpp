@@ -100,7 +100,11 @@ std::string Parser::word() {
 
 std::string Parser::identifier() {
     if (!isName()) fail();
-    return unquoteName(tokens_[at_++].text);
+    std::string name = unquoteName(token().text);
+    // Behind the parser a name that begins so is a variable's.
+    if (name.starts_with('@')) refuse("a name in brackets or quotation marks that begins with @");
+    ++at_;
+    return name;
 }
 
 std::string Parser::variable() {
