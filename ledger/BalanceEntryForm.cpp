@@ -35,6 +35,7 @@ std::optional<Money> pastedAmount(std::string text) {
 BalanceEntryForm::BalanceEntryForm(Session& session, std::string name, Columns columns)
     : Form(std::move(name), "Data Entry"), session_(session), columns_(columns) {
     grdAccounts.onShowEntry = [this](bool& refused) { grdAccounts_EnterCell(refused); };
+    grdAccounts.onPassOver = [this](int row, int col, bool& pass) { grdAccounts_PassOver(row, col, pass); };
     grdAccounts.onValidateEntry = [this](bool& cancel) { grdAccounts_ValidateEntry(cancel); };
     grdAccounts.onBrowse = [this] { grdAccounts_Browse(); };
     grdAccounts.onAfterValidate = [this] { DisplayTotals(); };
@@ -147,12 +148,22 @@ bool BalanceEntryForm::changed() const {
 void BalanceEntryForm::markUnchanged() { stored_ = lines(); }
 
 void BalanceEntryForm::grdAccounts_EnterCell(bool& refused) {
-    const int row = grdAccounts.Row();
-    const int col = grdAccounts.Col();
+    refused = closedForEntry(grdAccounts.Row(), grdAccounts.Col());
+}
+
+bool BalanceEntryForm::closedForEntry(int row, int col) const {
     const bool noAccount = col != columns_.Code && grdAccounts.GetText(row, columns_.Code).empty();
     const bool noDept =
         columns_.Dept > 0 && col == columns_.Dept && grdAccounts.GetText(row, columns_.Subsidiary) != "1";
-    refused = noAccount || noDept;
+    return noAccount || noDept;
+}
+
+/// Enter goes from amount to amount: past accounts that stand and past the side whose other side holds the amount.
+void BalanceEntryForm::grdAccounts_PassOver(int row, int col, bool& pass) const {
+    const auto filled = [&](int column) { return !grdAccounts.GetText(row, column).empty(); };
+    pass = closedForEntry(row, col) || (col == columns_.Code && filled(col)) ||
+           (col == columns_.Debit && !filled(col) && filled(columns_.Credit)) ||
+           (col == columns_.Credit && !filled(col) && filled(columns_.Debit));
 }
 
 void BalanceEntryForm::grdAccounts_ValidateEntry(bool& Cancel) {

@@ -59,6 +59,8 @@ private:
     using Block = std::vector<std::vector<std::string>>;
 
     void grdAccounts_EnterCell(bool& refused);
+    bool closedForEntry(int row, int col) const;
+    void grdAccounts_PassOver(int row, int col, bool& pass) const;
     void grdAccounts_ValidateEntry(bool& Cancel);
     void ValidateAccount(bool& Cancel);
     bool TakeAccount(int row, const clsAccount& account);
