@@ -374,7 +374,12 @@ StmtPtr Parser::setOption() {
     if (token().kind == TokenKind::Variable) {
         stmt->value = variable();
     } else if (isString()) {
+        const Pos pos = here();
         stmt->value = pinnedText();
+        const bool digit = stmt->value.size() == 1 && IsNumeric(stmt->value);
+        const bool letters =
+            stmt->value.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_") == std::string::npos;
+        if (stmt->value.empty() || !(digit || letters)) refuse("SET with a text that is not one word", pos);
     } else if (token().kind == TokenKind::Literal || isSymbol('-')) {
         stmt->value = std::to_string(wholeNumber());
     } else {

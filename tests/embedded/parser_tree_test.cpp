@@ -151,7 +151,7 @@ TEST(Refusals, RefusesWhatTheTreeHasNoPlaceForWhileParsing) {
     for (const char* text :
          {"select * from t pivot (sum(a) for b in ([1])) p", "select next value for s",
           "select a from t group by rollup (a)", "select * from openquery(x, 'y')", "exec ('x') at other",
-          "select @x.value('.', 'int')", "select a from [@t]", "exec \"@p\" 1"}) {
+          "select @x.value('.', 'int')", "select a from [@t]", "set language '=+ b'", "exec \"@p\" 1"}) {
         SCOPED_TRACE(text);
         try {
             parseBatch(text);
