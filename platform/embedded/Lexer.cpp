@@ -203,12 +203,9 @@ private:
         const char* first = ++at_;
         bool doubled = false;
         for (;; ++at_) {
-            if (at_ >= end_) throw sqlErrorAt(static_cast<int>(pos.line), 105, {std::string_view(first, end_ - first)});
-            if (*at_ == '\n') {
-                noteLine();
-                *key_++ = '\n';
-            }
-            if (*at_ != '\'') continue;
+            const auto* mark = static_cast<const char*>(std::memchr(at_, '\'', static_cast<std::size_t>(end_ - at_)));
+            if (!mark) throw sqlErrorAt(static_cast<int>(pos.line), 105, {std::string_view(first, end_ - first)});
+            keyBreaks(mark);
             if (peek() != '\'') break;
             doubled = true;
             ++at_;
@@ -219,6 +216,18 @@ private:
         const bool wild = !value.empty() && (value[0] == '%' || value[0] == '_' || value[0] == '[');
         literal(national ? LiteralKind::NString : LiteralKind::String, value, start, pos);
         keyLiteral(national ? (wild ? 'O' : 'N') : (wild ? 'P' : 'S'));
+    }
+
+    /// Moves to `mark` and keeps the line breaks on the way.
+    void keyBreaks(const char* mark) {
+        const auto rest = [&] { return static_cast<std::size_t>(mark - at_); };
+        while (const void* found = rest() > 0 ? std::memchr(at_, '\n', rest()) : nullptr) {
+            at_ = static_cast<const char*>(found);
+            noteLine();
+            *key_++ = '\n';
+            ++at_;
+        }
+        at_ = mark;
     }
 
     Literal& literal(LiteralKind kind, std::string_view value, const char* start, Pos pos) {

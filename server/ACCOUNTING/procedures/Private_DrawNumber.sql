@@ -21,14 +21,19 @@ BEGIN
 
     DECLARE @Kept int;
     BEGIN TRANSACTION;
-    EXEC dbo.Private_EnsureSeries @Series, @Year, @Month;
     -- Screens of the hospital menus raise the last numbers of SYS by themselves; a draw goes behind them.
     SET @Kept = ISNULL(@AtLeast, 1) - 1;
     IF @Series = 'AR' SELECT @Kept = ISNULL(S.ARBatch, 0) FROM dbo.SYS AS S;
     IF @Series = 'CR' SELECT @Kept = ISNULL(S.CRBBatch, 0) FROM dbo.SYS AS S;
-    UPDATE dbo.NumberSeries
-    SET @Number = LastNo = CASE WHEN LastNo < @Kept THEN @Kept ELSE LastNo END + 1
-    WHERE Series = @Series AND Year = @Year AND Month = @Month;
+    SET @Number = NULL;
+    WHILE @Number IS NULL
+    BEGIN
+        UPDATE dbo.NumberSeries
+        SET @Number = LastNo = CASE WHEN LastNo < @Kept THEN @Kept ELSE LastNo END + 1
+        WHERE Series = @Series AND Year = @Year AND Month = @Month;
+        -- Only the first draw of a series has to make it.
+        IF @Number IS NULL EXEC dbo.Private_EnsureSeries @Series, @Year, @Month;
+    END;
     IF @Series = 'AR' UPDATE dbo.SYS SET ARBatch = @Number WHERE ISNULL(ARBatch, 0) < @Number;
     IF @Series = 'CR' UPDATE dbo.SYS SET CRBBatch = @Number WHERE ISNULL(CRBBatch, 0) < @Number;
 

@@ -19,10 +19,12 @@ BEGIN
     DECLARE @Number int;
     IF ISNULL(@Text, '') = '' OR @Text LIKE '%[^0-9]%' OR LEN(@Text) > 9 RETURN;
     SET @Number = CAST(@Text AS int);
+    DELETE FROM dbo.NumberReserved
+    WHERE SessionID = @@SPID AND Series = @Series AND Year = @Year AND Month = @Month AND Number = @Number;
+    -- The series of a drawn number goes so far already.
+    IF @@ROWCOUNT > 0 RETURN;
     EXEC dbo.Private_EnsureSeries @Series, @Year, @Month;
     UPDATE dbo.NumberSeries
     SET LastNo = @Number
     WHERE Series = @Series AND Year = @Year AND Month = @Month AND LastNo < @Number;
-    DELETE FROM dbo.NumberReserved
-    WHERE SessionID = @@SPID AND Series = @Series AND Year = @Year AND Month = @Month AND Number = @Number;
 END;
