@@ -28,7 +28,7 @@ private:
     void work();
     void moveLog(sqlite3* db);
 
-    static constexpr int kPagesMin = 4000;
+    static constexpr int kPagesMin = 2000;
     std::string file_;
     std::mutex mutex_;
     std::condition_variable wake_;

@@ -12,6 +12,6 @@ CREATE TABLE dbo.APDT (
     Debit money NOT NULL CONSTRAINT DF_APDT_Debit DEFAULT (0),
     Credit money NOT NULL CONSTRAINT DF_APDT_Credit DEFAULT (0),
     Period varchar(6) NOT NULL,
-    CONSTRAINT PK_APDT PRIMARY KEY CLUSTERED (Voucher, SeqNo),
+    CONSTRAINT PK_APDT PRIMARY KEY (Voucher, SeqNo),
     INDEX IX_APDT_Code (Code, Period)
 );

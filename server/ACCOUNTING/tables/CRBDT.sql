@@ -15,6 +15,6 @@ CREATE TABLE dbo.CRBDT (
     Credit money NOT NULL CONSTRAINT DF_CRBDT_Credit DEFAULT (0),
     SubCode varchar(15) NULL,
     Posted int NOT NULL CONSTRAINT DF_CRBDT_Posted DEFAULT (0),
-    CONSTRAINT PK_CRBDT PRIMARY KEY CLUSTERED (Batch, SeqNo),
+    CONSTRAINT PK_CRBDT PRIMARY KEY (Batch, SeqNo),
     INDEX IX_CRBDT_Code (Code, Period)
 );

@@ -17,6 +17,6 @@ CREATE TABLE dbo.JVDT (
     Posted int NOT NULL CONSTRAINT DF_JVDT_Posted DEFAULT (0),
     Acct varchar(15) NULL,
     Voucher varchar(20) NULL,
-    CONSTRAINT PK_JVDT PRIMARY KEY CLUSTERED (Batch, SeqNo),
+    CONSTRAINT PK_JVDT PRIMARY KEY (Batch, SeqNo),
     INDEX IX_JVDT_Code (Code, Period)
 );

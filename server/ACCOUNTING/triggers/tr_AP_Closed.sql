@@ -7,6 +7,7 @@ ON dbo.AP
 AFTER INSERT, UPDATE, DELETE
 AS
 BEGIN
+    IF @@ROWCOUNT = 0 RETURN;
     SET NOCOUNT ON;
 
     DECLARE @Period varchar(6);

@@ -6,6 +6,7 @@ ON dbo.CRB
 AFTER INSERT, UPDATE, DELETE
 AS
 BEGIN
+    IF @@ROWCOUNT = 0 RETURN;
     SET NOCOUNT ON;
 
     DECLARE @Period varchar(6);
