@@ -12,6 +12,7 @@
 #include "platform/base/Text.h"
 #include "platform/embedded/Backup.h"
 #include "platform/embedded/Interp.h"
+#include "platform/embedded/LogFile.h"
 
 namespace kv::tsql {
 namespace {
@@ -45,7 +46,7 @@ Handle::Handle(const EmbeddedOptions& options) : waitMs_(options.busyWaitMs) {
         throw Error(53, kSource, "The database file " + options.file + " does not exist.");
     }
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (options.create ? SQLITE_OPEN_CREATE : 0);
-    const int code = sqlite3_open_v2(options.file.c_str(), &db_, flags, nullptr);
+    const int code = sqlite3_open_v2(options.file.c_str(), &db_, flags, memory ? nullptr : gatheringFiles());
     if (code != SQLITE_OK) {
         const std::string why = db_ ? sqlite3_errmsg(db_) : "out of memory";
         sqlite3_close_v2(db_);
