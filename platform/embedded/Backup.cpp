@@ -9,7 +9,6 @@
 #include <filesystem>
 #include <fstream>
 
-#include "platform/base/Date.h"
 #include "platform/base/Error.h"
 #include "platform/base/Paths.h"
 #include "platform/embedded/Catalog.h"
@@ -69,15 +68,6 @@ void removeWithLog(const std::string& file) {
     std::error_code none;
     fs::remove(file, none);
     for (const char* ending : kBeside) fs::remove(file + ending, none);
-}
-
-/// A name beside the file that is free, e.g. "hospital.db.damaged-20240331-173000".
-std::string freeName(const std::string& file, const char* what) {
-    const std::string name = file + "." + what + "-" + Format(Now(), "yyyyMMdd-HHnnss");
-    if (!fileExists(name)) return name;
-    for (int i = 2;; ++i) {
-        if (!fileExists(name + "-" + std::to_string(i))) return name + "-" + std::to_string(i);
-    }
 }
 
 }  // namespace
@@ -169,7 +159,7 @@ std::string replaceEmbedded(const std::string& file, const std::string& backup) 
     tsql::examineFile(backup);
     std::string kept;
     if (fileExists(file)) {
-        kept = tsql::freeName(file, "damaged");
+        kept = freeNameBeside(file, "damaged");
         for (const char* ending : {"", "-wal", "-shm"}) {
             if (!fileExists(file + ending)) continue;
             if (std::rename((file + ending).c_str(), (kept + ending).c_str()) != 0) {
@@ -182,6 +172,6 @@ std::string replaceEmbedded(const std::string& file, const std::string& backup) 
     return kept;
 }
 
-std::string nameBeforeRestore(const std::string& file) { return tsql::freeName(file, "before-restore"); }
+std::string nameBeforeRestore(const std::string& file) { return freeNameBeside(file, "before-restore"); }
 
 }  // namespace kv

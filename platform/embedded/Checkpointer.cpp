@@ -6,6 +6,7 @@ namespace kv::tsql {
 namespace {
 
 constexpr int kRounds = 4;          ///< beside the writers
+constexpr int kRemainderGood = 50;  ///< pages for which another round is not worth it
 constexpr int kRemainderMax = 200;  ///< pages that writers may wait for
 constexpr int kSleepUs = 20;
 constexpr int kTries = 500;  ///< to come between two writers
@@ -40,7 +41,7 @@ void Checkpointer::moveLog(sqlite3* db) {
     for (int round = 0; round < kRounds; ++round) {
         // PASSIVE takes no lock that a reader or writer waits for.
         if (sqlite3_wal_checkpoint_v2(db, nullptr, SQLITE_CHECKPOINT_PASSIVE, &pages, &moved) != SQLITE_OK) return;
-        if (pages - moved <= kRemainderMax / 4) break;
+        if (pages - moved <= kRemainderGood) break;
     }
     if (pages - moved > kRemainderMax) return;
     sqlite3_wal_checkpoint_v2(db, nullptr, SQLITE_CHECKPOINT_FULL, nullptr, nullptr);

@@ -61,7 +61,7 @@ struct LexedBatch {
 /// 102 (a character that T-SQL does not know).
 void lex(std::string_view text, LexedBatch& out);
 LexedBatch lex(std::string_view text);
-/// The same without the tokens: enough to find a batch that was compiled before, in a third of the time.
+/// The same without the tokens: enough to find a batch that was compiled before.
 void lexKey(std::string_view text, LexedBatch& out);
 
 /// The name without its brackets or quotation marks.
